@@ -1,0 +1,41 @@
+# GoogleTest for both builds, and one way to register a test executable.
+#
+# Native: Debian's libgtest-dev; each test case is its own CTest test.
+# Windows: GoogleTest built from Debian's sources in /usr/src/googletest with the
+# cross compiler; each executable is one CTest test run under Wine, after a fixture
+# that makes the throw-away prefix.
+
+if(WIN32)
+  set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  set(gtest_force_shared_crt OFF CACHE BOOL "" FORCE)
+  add_subdirectory(/usr/src/googletest/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  add_library(GTest::gtest ALIAS gtest)
+  add_library(GTest::gtest_main ALIAS gtest_main)
+
+  set(LINKWRIGHT_WINEPREFIX ${CMAKE_BINARY_DIR}/wineprefix)
+  add_test(NAME wine_prefix
+           COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX} WINEDEBUG=-all
+                   WINEDLLOVERRIDES=mscoree,mshtml= wineboot --init)
+  set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+  add_test(NAME wine_shutdown
+           COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX} wineserver -k)
+  set_tests_properties(wine_shutdown PROPERTIES FIXTURES_CLEANUP wine)
+else()
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()
+
+# linkwright_add_test(<target>): registers a GoogleTest executable with CTest.
+function(linkwright_add_test target)
+  target_link_libraries(${target} PRIVATE GTest::gtest GTest::gtest_main linkwright_warnings)
+  if(WIN32)
+    add_test(NAME ${target} COMMAND ${target})
+    set_tests_properties(${target} PROPERTIES
+      FIXTURES_REQUIRED wine
+      ENVIRONMENT "WINEPREFIX=${LINKWRIGHT_WINEPREFIX};WINEDEBUG=-all"
+      TIMEOUT 600)
+  else()
+    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()
