@@ -1,0 +1,1 @@
+// POSIX backend of platform/Files.h (being written).

@@ -1,0 +1,1 @@
+// Win32 backend of platform/Files.h (being written).
