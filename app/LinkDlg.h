@@ -1,0 +1,89 @@
+#pragma once
+// CLinkDlg: the one dialog of the program, and the hub of its work.
+//
+// It holds the loaded shortcut's four values as the dialog sees them (m_target,
+// m_targetDir, m_args, m_selected), the registry in memory (m_shortcuts) and the two
+// flags that steer Save and Restore. Its state is what the control switches left behind:
+// there is no state variable. Every control is reached by id at each use.
+//
+// The members are implemented one concern to a file: LinkDlgStartup.cpp (start-up and
+// shutdown), LinkDlgStates.cpp (control states), LinkDlgLists.cpp (the profile lists),
+// LinkDlgAnalysis.cpp (what a loaded shortcut is), LinkDlgCommands.cpp (Save and
+// Restore), LinkDlgRegistry.cpp (ShortcutList, QuoteChars.txt and the restore-all run),
+// LinkDlgLook.cpp (paint, colours, tool tips, help).
+
+#include <cstdint>
+
+#include "app/DialogItems.h"
+#include "platform/Dialog.h"
+#include "shortcuts/LinkDropTarget.h"
+#include "text/Chain.h"
+#include "text/TextString.h"
+
+class CLinkDlg : public CDialog {
+public:
+    CLinkDlg();
+    ~CLinkDlg() override;
+
+    // Start-up and shutdown.
+    bool OnInitDialog() override;   // always true
+    void OnCancel() override;       // every end of the dialog goes through here
+    bool FindParent();              // Zelmar.exe beside the program; path left in m_parentPath
+    bool LoadProfiles();            // the catalogue into m_selected and the combo box
+
+    // The message map: commands by id, the posted message, paint, colours, tips.
+    void OnCommand(int id) override;
+    void OnAppMessage() override;   // OnShortcutLoaded(0, 0)
+    void OnPaint() override;
+    IconHandle OnQueryDragIcon() override;
+    BrushHandle OnCtlColor(CColourContext& context, int controlId, int kind) override;
+    bool OnNeedText(int controlId, const char** text) override;
+    void OnHelp();
+
+    // Control states.
+    void ResetControls();
+    void ShowEditable();
+
+    // The profile lists.
+    void OnAdd();
+    void OnRemove();
+    void RefreshSelected();
+
+    // What a loaded shortcut is.
+    std::intptr_t OnShortcutLoaded(std::uintptr_t wParam, std::intptr_t lParam);
+    void RefreshIcon();
+
+    // Save and Restore.
+    void OnOK() override;   // saves; never ends the dialog
+    void OnRestore();
+
+    // The registry, the quote characters and the restore-all run.
+    void ReadQuoteChars();
+    void LoadList();
+    void AddEntry(const CTextString& path);
+    void RemoveEntry(const CTextString& path);
+    bool ProcessCommandLine();   // false: a restore-all ran and the dialog is to end
+    void RunRestoreAll();
+
+    // Fields, in the order they are built. Public so that tests can see what the
+    // handlers left behind; nothing else touches them from outside.
+    CDialogItems m_items;
+    IconHandle m_hIcon;
+    IconHandle m_hTargetIcon;   // owned
+    CLinkDropTarget m_dropTarget;
+    bool m_oleStarted;
+    FontHandle m_statusFont;    // owned
+    FontHandle m_nameFont;      // owned
+    bool m_isEnhanced;
+    bool m_restoringAll;
+    CTextString m_parentPath;
+    CTextString m_target;
+    CTextString m_targetDir;
+    CTextString m_args;
+    CTextString m_tipText;
+    char m_leftArgQuote;
+    char m_rightArgQuote;
+    CChain<CTextString> m_argTokens;
+    CChain<CTextString> m_selected;
+    CChain<CTextString> m_shortcuts;
+};
