@@ -108,10 +108,9 @@ bool CLinkDlg::OnInitDialog()
 bool CLinkDlg::FindParent()
 {
     m_parentPath.Assign(ModuleFolder(nullptr));
-    CTextString parent(m_parentPath);
-    parent.AppendChar('\\');
-    parent.Append("Zelmar.exe");
-    return PathExists(parent.Text());
+    m_parentPath.AppendChar('\\');
+    m_parentPath.Append("Zelmar.exe");
+    return PathExists(m_parentPath.Text());
 }
 
 // The catalogue stays in m_selected until the first analysis of a shortcut empties it.

@@ -30,7 +30,7 @@ TEST_F(StartupTest, AStartLeavesTheDialogEmptyWithEverythingSetUp)
             EXPECT_EQ(1, model.registrations);
             EXPECT_EQ(&dialog, dialog.m_dropTarget.m_owner);
             EXPECT_TRUE(dialog.m_oleStarted);
-            EXPECT_EQ(ProgramPath(), dialog.m_parentPath.Text());
+            EXPECT_EQ(ProgramPath("Zelmar.exe"), dialog.m_parentPath.Text());
             // The whole catalogue waits in m_selected; the list stays empty.
             EXPECT_EQ(3, dialog.m_selected.Count());
             EXPECT_TRUE(window.Control(IDC_SELECTED_LIST)->rows.empty());
@@ -181,7 +181,7 @@ TEST_F(StartupTest, ARefusedStartShowsItsMessageAndDoesNothingElse)
             {
                 CLinkDlg dialog;
                 EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { sessionRan = true; }));
-                EXPECT_EQ(ProgramPath(), dialog.m_parentPath.Text());
+                EXPECT_EQ(ProgramPath("Zelmar.exe"), dialog.m_parentPath.Text());
                 EXPECT_TRUE(dialog.m_shortcuts.IsEmpty());
             }
             EXPECT_FALSE(sessionRan);
