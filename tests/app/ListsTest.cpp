@@ -2,6 +2,9 @@
 
 #include "AppFixture.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "text/Allocation.h"
 
 namespace {
@@ -151,8 +154,10 @@ TEST_F(ListsTest, RemoveTakesEverySelectedRowAndNothingWithoutOne)
             ASSERT_TRUE(window.Press(IDC_REMOVE));
             EXPECT_EQ(row.after, Names(dialog.m_selected));
             std::vector<std::string> expected = row.after;
-            std::sort(expected.begin(), expected.end(), [](const std::string& a, const std::string& b) {
-                return strcasecmp(a.c_str(), b.c_str()) < 0;
+            std::stable_sort(expected.begin(), expected.end(), [](const std::string& a, const std::string& b) {
+                return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+                    return std::toupper(static_cast<unsigned char>(x)) < std::toupper(static_cast<unsigned char>(y));
+                });
             });
             EXPECT_EQ(row.selected.empty() ? shown : expected, Rows(window));
             EXPECT_TRUE(window.Control(IDC_SELECTED_LIST)->SelectedRows().empty());

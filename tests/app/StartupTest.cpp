@@ -24,7 +24,7 @@ TEST_F(StartupTest, AStartLeavesTheDialogEmptyWithEverythingSetUp)
     CModelWindow* seen = nullptr;
     {
         CLinkDlg dialog;
-        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow& window) {
+        int ended = Run(dialog, [&](CModelWindow& window) {
             seen = &window;
             EXPECT_EQ(1, model.oleStarts);
             EXPECT_EQ(1, model.registrations);
@@ -35,7 +35,8 @@ TEST_F(StartupTest, AStartLeavesTheDialogEmptyWithEverythingSetUp)
             EXPECT_EQ(3, dialog.m_selected.Count());
             EXPECT_TRUE(window.Control(IDC_SELECTED_LIST)->rows.empty());
             EXPECT_EQ(2, model.LiveFonts());
-        }));
+        });
+        EXPECT_EQ(IDCANCEL, ended);
         ASSERT_NE(nullptr, seen);
         EXPECT_TRUE(model.messageBoxes.empty());
 
