@@ -1,5 +1,5 @@
-// CTextString: skip-table search, replacement, line and handle input and output,
-// collapsing of 16-bit text, and integer formatting.
+// CTextString: skip-table search, replacement, line input, collapsing of 16-bit text,
+// and integer formatting.
 
 #include <cstring>
 
@@ -169,30 +169,6 @@ bool CTextString::ReadLine(std::FILE* stream)
         }
         AppendChar(static_cast<char>(byte));
     }
-}
-
-int CTextString::ReadFromHandle(FileHandle file, std::uint32_t n)
-{
-    if (!Reserve(static_cast<int>(n) + 1, false, false))
-        return -1;
-    std::uint32_t delivered = 0;
-    if (!ReadFromFile(file, cursor, n, &delivered)) {
-        // The old length no longer describes the bytes behind the rebased cursor.
-        length = 0;
-        cursor[0] = 0;
-        return -1;
-    }
-    length = static_cast<int>(delivered);
-    cursor[length] = 0;
-    return length;
-}
-
-int CTextString::WriteToHandle(FileHandle file) const
-{
-    std::uint32_t written = 0;
-    if (!WriteToFile(file, Text(), static_cast<std::uint32_t>(length), &written))
-        return -1;
-    return static_cast<int>(written);
 }
 
 void CTextString::CollapseWide()
