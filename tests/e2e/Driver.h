@@ -1,0 +1,81 @@
+#pragma once
+// A small driver for checks that use the real Windows program as a person would: start it,
+// find its windows, read what they show, press buttons, take a picture.
+//
+// Everything works across processes, through window messages and the screen, so the
+// program under test is the unmodified .exe. Waits poll with a deadline and never block
+// for good: a program that hangs fails the check instead of the run.
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace e2e {
+
+// A program started by a check. The destructor ends it if it still runs.
+class CProgramRun {
+public:
+    CProgramRun() = default;
+    CProgramRun(const CProgramRun&) = delete;
+    CProgramRun& operator=(const CProgramRun&) = delete;
+    ~CProgramRun();
+
+    // Starts exePath with the given argument text behind its quoted name, in folder.
+    [[nodiscard]] bool Start(const std::string& exePath, const std::string& arguments,
+                             const std::string& folder);
+    DWORD ProcessId() const { return m_process.dwProcessId; }
+    bool HasEnded() const;
+    // True once the process has ended within timeoutMs.
+    [[nodiscard]] bool WaitForEnd(DWORD timeoutMs) const;
+    void Kill();
+
+    // The top-level windows of the process, visible ones only unless told otherwise.
+    std::vector<HWND> TopWindows(bool visibleOnly = true) const;
+    // First visible top-level window of the process with this exact title, or null after
+    // timeoutMs. An empty title takes any visible window.
+    HWND WaitForWindow(const std::string& title, DWORD timeoutMs) const;
+
+private:
+    PROCESS_INFORMATION m_process{};
+};
+
+std::string WindowText(HWND window);
+std::string WindowClass(HWND window);
+
+// Controls of a dialog by id. A missing control counts as disabled and hidden.
+HWND Item(HWND dialog, int id);
+bool IsItemEnabled(HWND dialog, int id);
+bool IsItemVisible(HWND dialog, int id);
+
+// The entries of a combo box's list part in their order, and the index of its current entry
+// (-1 for none).
+std::vector<std::string> ComboEntries(HWND combo);
+int ComboCurrent(HWND combo);
+
+// Presses a push button as a click would: the dialog gets BN_CLICKED from that button.
+// False if the button is missing, hidden or disabled, which a person could not press either.
+[[nodiscard]] bool Press(HWND dialog, int id);
+
+// What a standard message box shows.
+enum class MessageIcon { None, Exclamation, Hand, Question, Asterisk, Unknown };
+const char* MessageIconName(MessageIcon icon);
+
+struct MessageBoxFacts {
+    std::string caption;
+    std::string text;                  // of the text's static control, as the box shows it
+    MessageIcon icon = MessageIcon::None;
+    std::vector<std::string> buttons;  // captions of the visible push buttons, in z-order
+};
+
+// Reads a message box window. The icon is told from its pixels on the screen against the
+// system's own icons, so the box must be in front and drawn.
+[[nodiscard]] bool ReadMessageBox(HWND box, MessageBoxFacts* facts);
+
+// Saves the window as it is on the screen to a 24-bit .bmp file.
+[[nodiscard]] bool SaveWindowPicture(HWND window, const std::string& bmpPath);
+
+// Windows path of a path of the host's file system, as the program sees it under Wine.
+std::string HostPath(const std::string& posixPath);
+
+}  // namespace e2e
