@@ -249,6 +249,14 @@ bool CProgramRun::WaitForEnd(DWORD timeoutMs) const
     return m_process.hProcess && WaitForSingleObject(m_process.hProcess, timeoutMs) == WAIT_OBJECT_0;
 }
 
+DWORD CProgramRun::ExitCode() const
+{
+    DWORD code = STILL_ACTIVE;
+    if (m_process.hProcess)
+        GetExitCodeProcess(m_process.hProcess, &code);
+    return code;
+}
+
 void CProgramRun::Kill()
 {
     if (m_process.hProcess) {

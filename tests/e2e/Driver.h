@@ -28,6 +28,7 @@ public:
     bool HasEnded() const;
     // True once the process has ended within timeoutMs.
     [[nodiscard]] bool WaitForEnd(DWORD timeoutMs) const;
+    DWORD ExitCode() const;   // STILL_ACTIVE while it runs
     void Kill();
 
     // The top-level windows of the process, visible ones only unless told otherwise.
