@@ -6,249 +6,158 @@
 #include <vector>
 
 #include "shortcuts/ArgumentLine.h"
-#include "text/Allocation.h"
+#include "tests/text/TextHelpers.h"
 
 namespace {
 
-std::string Bytes(const CTextString& text)
-{
-    return std::string(text.Text(), static_cast<std::size_t>(text.Length()));
-}
+typedef std::vector<std::string> List;
 
-CTextString Make(const std::string& bytes)
+List Items(const CChain<CTextString>& chain)
 {
-    CTextString text(0);
-    text.AppendBytes(bytes.data(), static_cast<int>(bytes.size()));
-    return text;
-}
-
-std::vector<std::string> Items(const CChain<CTextString>& chain)
-{
-    std::vector<std::string> items;
+    List items;
     for (const CChainNode<CTextString>* node = chain.Head(); node; node = node->next)
         items.push_back(Bytes(*node->payload));
     return items;
 }
 
-std::vector<std::string> Tokens(const std::string& source)
-{
-    CChain<CTextString> tokens;
-    Tokenize(Make(source), tokens);
-    return Items(tokens);
-}
-
-// The four values taken apart from a line, as the analysis receives them.
-struct TakenApart {
-    std::vector<std::string> profiles;
-    std::string target;
-    std::string workDir;
-    std::string args;
-};
-
-TakenApart TakeApart(const std::string& line)
+// The four values taken apart from a line, as "profile,profile|target|workDir|args".
+std::string TakeApart(const CTextString& line)
 {
     CChain<CTextString> tokens, profiles;
     CTextString target(0), workDir(0), args(0);
-    TakeApartArguments(Make(line), tokens, profiles, target, workDir, args);
-    return {Items(profiles), Bytes(target), Bytes(workDir), Bytes(args)};
+    TakeApartArguments(line, tokens, profiles, target, workDir, args);
+    std::string joined;
+    for (const std::string& profile : Items(profiles))
+        joined += (joined.empty() ? "" : ",") + profile;
+    return joined + "|" + Bytes(target) + "|" + Bytes(workDir) + "|" + Bytes(args);
 }
-
-typedef std::vector<std::string> List;
 
 }  // namespace
 
-TEST(Tokenize, SplitsOnBlanksAndHonoursQuotes)
+TEST(ArgumentLine, TokenizeSplitsOnBlanksAndHonoursQuotes)
 {
     const struct {
         std::string source;
         List tokens;
     } rows[] = {
         {"", {}},
-        {" \t\r\n ", {}},
-        {std::string("\0 \0", 3), {}},
+        {std::string("\0 \t\0", 4), {}},
         {"\"\"", {}},
         {"\"\" a", {"a"}},
-        {"a b\tc", {"a", "b", "c"}},
-        {"  lead  and  trail  ", {"lead", "and", "trail"}},
         {"profile=\"A B\"", {"profile=A B"}},
         {"a\"b c\"d", {"ab c", "d"}},
-        {"\"open  to the end", {"open  to the end"}},
-        {"\"trailing blanks of the line go first  ", {"trailing blanks of the line go first"}},
-        {"C:\\x\\y.exe -RestoreAll", {"C:\\x\\y.exe", "-RestoreAll"}},
-        {"\xE9t\xE9 \x80", {"\xE9t\xE9", "\x80"}},
-        {std::string("a\0b", 3), {"a", "b"}},
+        {"\"open  to the end  ", {"open  to the end"}},
+        {std::string("C:\\x\\y.exe\0-RestoreAll", 22), {"C:\\x\\y.exe", "-RestoreAll"}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Tokens(row.source), row.tokens) << row.source;
+    CChain<CTextString> tokens;   // reused: each call replaces what it held
+    for (const auto& row : rows) {
+        Tokenize(Make(row.source), tokens);
+        EXPECT_EQ(Items(tokens), row.tokens) << row.source;
+    }
 }
 
-TEST(Tokenize, ReplacesWhatTheChainHeld)
-{
-    CChain<CTextString> tokens;
-    Tokenize(CTextString("one two"), tokens);
-    Tokenize(CTextString("three"), tokens);
-    EXPECT_EQ(Items(tokens), List{"three"});
-    EXPECT_EQ(tokens.Count(), 1);
-}
-
-TEST(ComposeArguments, ItemsInOrderAndOnlyWhenGiven)
+TEST(ArgumentLine, ComposeWritesItemsInOrderAndOnlyWhenGiven)
 {
     CChain<CTextString> profiles;
-    EXPECT_EQ(Bytes(ComposeArguments(CTextString("C:\\a.exe"), CTextString(""), CTextString(""), profiles)),
-              " target=\"C:\\a.exe\"");
-    EXPECT_EQ(Bytes(ComposeArguments(CTextString(""), CTextString(""), CTextString(""), profiles)),
-              " target=\"\"");
-
+    const CTextString none("");
+    EXPECT_EQ(Bytes(ComposeArguments(none, none, none, profiles)), " target=\"\"");
     ASSERT_TRUE(InsertEntry(profiles, CTextString("Flight")));
     ASSERT_TRUE(InsertEntry(profiles, CTextString("Pedals")));
     EXPECT_EQ(Bytes(ComposeArguments(CTextString("C:\\Sim\\sim.exe"), CTextString("C:\\Sim"),
                                      CTextString("-config [C:\\My Files\\a.cfg]"), profiles)),
               "profile=\"Flight\" profile=\"Pedals\" target=\"C:\\Sim\\sim.exe\" targetDir=\"C:\\Sim\" "
               "args=\"-config [C:\\My Files\\a.cfg]\"");
+    EXPECT_EQ(Bytes(ComposeArguments(none, none, CTextString("x"), profiles)),
+              "profile=\"Flight\" profile=\"Pedals\" target=\"\" args=\"x\"");
 }
 
-TEST(TakeApartArguments, KeysInAnyCaseAndOrder)
-{
-    const TakenApart canonical =
-        TakeApart("profile=\"Flight\" profile=\"Pedals\" target=\"C:\\Sim\\sim.exe\" targetDir=\"C:\\Sim\" "
-                  "args=\"-config [a b]\"");
-    EXPECT_EQ(canonical.profiles, (List{"Flight", "Pedals"}));
-    EXPECT_EQ(canonical.target, "C:\\Sim\\sim.exe");
-    EXPECT_EQ(canonical.workDir, "C:\\Sim");
-    EXPECT_EQ(canonical.args, "-config [a b]");
-
-    const TakenApart shuffled =
-        TakeApart("ARGS=\"-config [a b]\" TargetDir=\"C:\\Sim\" PROFILE=Flight TARGET=\"C:\\Sim\\sim.exe\" "
-                  "profile=\"Pedals\"");
-    EXPECT_EQ(shuffled.profiles, canonical.profiles);
-    EXPECT_EQ(shuffled.target, canonical.target);
-    EXPECT_EQ(shuffled.workDir, canonical.workDir);
-    EXPECT_EQ(shuffled.args, canonical.args);
-}
-
-TEST(TakeApartArguments, EmptyRepeatedAndUnknownItems)
+TEST(ArgumentLine, TakeApartInAnyCaseAndOrder)
 {
     const struct {
         const char* line;
-        List profiles;
-        const char* target;
-        const char* workDir;
-        const char* args;
+        const char* taken;
     } rows[] = {
-        {"", {}, "", "", ""},
-        {"target=\"\" profile=\"\"", {}, "", "", ""},
-        {"target=\"a\" target=\"\"", {}, "", "", ""},
-        {"target=\"a\" target=\"b\"", {}, "b", "", ""},
-        {"profile=A profile=A profile=B", {"A", "A", "B"}, "", "", ""},
-        {"args=\"a b", {}, "", "", "a b"},
-        {"targetDirX=\"y\" targetDir=\"d\" targetDir=", {}, "", "", ""},
-        {"targetDirX=\"y\" targetDir=\"d\"", {}, "", "d", ""},
-        {"targ=x profil=y arg z", {}, "", "", ""},
-        {"args=\"  keep  spaces \"", {}, "", "", "  keep  spaces "},
+        {"profile=\"Flight\" profile=\"Pedals\" target=\"C:\\s.exe\" targetDir=\"C:\\\" args=\"-c [a b]\"",
+         "Flight,Pedals|C:\\s.exe|C:\\|-c [a b]"},
+        {"ARGS=\"-c [a b]\" TargetDir=\"C:\\\" PROFILE=Flight TARGET=\"C:\\s.exe\" profile=\"Pedals\"",
+         "Flight,Pedals|C:\\s.exe|C:\\|-c [a b]"},
+        {"", "|||"},
+        {"target=\"\" profile=\"\"", "|||"},
+        {"target=\"a\" target=\"\"", "|||"},
+        {"profile=A profile=A profile=B", "A,A,B|||"},
+        {"args=\"a b", "|||a b"},
+        {"targetDirX=\"y\" targetDir=\"d\"", "||d|"},
+        {"targetDir=\"d\" targetDir=", "|||"},
+        {"args=\"  keep  spaces \" unknown=1", "|||  keep  spaces "},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        const TakenApart taken = TakeApart(row.line);
-        EXPECT_EQ(taken.profiles, row.profiles);
-        EXPECT_EQ(taken.target, row.target);
-        EXPECT_EQ(taken.workDir, row.workDir);
-        EXPECT_EQ(taken.args, row.args);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(TakeApart(CTextString(row.line)), row.taken) << row.line;
 }
 
-TEST(Quotes, SubstituteAlternatesAndRestoreUndoes)
+// What Save followed by Restore gives back: substitute, compose, take apart, restore.
+TEST(ArgumentLine, QuotesSurviveTheRoundTrip)
 {
     const struct {
         const char* args;
+        char left, right;
         const char* substituted;
         const char* restored;
     } rows[] = {
-        {"\"a b\" c \"d", "[a b] c [d", "\"a b\" c \"d"},
-        {"no quotes", "no quotes", "no quotes"},
-        {"\"\"\"\"", "[][]", "\"\"\"\""},
-        {"-x [1]", "-x [1]", "-x \"1\""},
-        {"", "", ""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.args);
-        CTextString args(row.args);
-        SubstituteQuotes(args, '[', ']');
-        EXPECT_EQ(Bytes(args), row.substituted);
-        CTextString copy(args);
-        RestoreQuotes(copy, '[', ']');
-        EXPECT_EQ(Bytes(copy), row.restored);
-    }
-}
-
-// What Save followed by Restore gives back: compose, take apart, restore the quotes.
-TEST(Quotes, RoundTripThroughTheLine)
-{
-    const struct {
-        const char* target;
-        const char* workDir;
-        const char* args;
-        char left;
-        char right;
-    } rows[] = {
-        {"C:\\Program Files\\Game\\game.exe", "C:\\Program Files\\Game", "-window \"C:\\My Saves\" -x", '[', ']'},
-        {"C:\\a.exe", "", "", '[', ']'},
-        {"C:\\a.exe", "", "  spaced  \"q\"  ", '{', '}'},
-        {"", "D:\\", "\"odd", '<', '>'},
+        {"\"a b\" c \"d", '[', ']', "[a b] c [d", "\"a b\" c \"d"},
+        {"\"\"\"\"", '[', ']', "[][]", "\"\"\"\""},
+        {"-x [1]", '[', ']', "-x [1]", "-x \"1\""},
+        {"  spaced  \"q\"  ", '{', '}', "  spaced  {q}  ", "  spaced  \"q\"  "},
+        {"", '[', ']', "", ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.args);
         CTextString args(row.args);
         SubstituteQuotes(args, row.left, row.right);
+        EXPECT_EQ(Bytes(args), row.substituted);
+
         CChain<CTextString> profiles;
         ASSERT_TRUE(InsertEntry(profiles, CTextString("Profile One")));
-        const CTextString line = ComposeArguments(CTextString(row.target), CTextString(row.workDir), args, profiles);
+        const CTextString line =
+            ComposeArguments(CTextString("C:\\Program Files\\g.exe"), CTextString("C:\\Program Files"), args, profiles);
+        const std::string taken = TakeApart(line);
+        const std::string front = "Profile One|C:\\Program Files\\g.exe|C:\\Program Files|";
+        ASSERT_EQ(taken.substr(0, front.size()), front);
 
-        const TakenApart taken = TakeApart(Bytes(line));
-        EXPECT_EQ(taken.profiles, List{"Profile One"});
-        EXPECT_EQ(taken.target, row.target);
-        EXPECT_EQ(taken.workDir, row.workDir);
-        CTextString restored = Make(taken.args);
+        CTextString restored = Make(taken.substr(front.size()));
         RestoreQuotes(restored, row.left, row.right);
-        EXPECT_EQ(Bytes(restored), row.args);
+        EXPECT_EQ(Bytes(restored), row.restored);
     }
 }
 
 namespace {
 
-struct NoFailureAfterwards : ::testing::Test {
-    ~NoFailureAfterwards() override { FailAllocation(0); }
+struct ArgumentLineAllocationFailure : ::testing::Test {
+    ~ArgumentLineAllocationFailure() override { FailAllocation(0); }
 };
-typedef NoFailureAfterwards ArgumentLineAllocationFailure;
 
-// Runs work with the 1st, 2nd, ... allocation failing, until a run makes no allocation that
-// fails; check sees the outcome of each run. Gives the number of runs in which one failed.
-template <class Work, class Check>
-long FailEachAllocation(Work work, Check check)
+// Runs work with the 1st, 2nd, ... allocation failing until a run has none left to fail.
+// Each outcome must be the full list or the list without one whole item (or nothing at
+// all, when the work's first copy of its input fails). Gives the number of failing runs.
+template <class Work>
+long FailEachAllocation(Work work, const List& all)
 {
     for (long nth = 1;; ++nth) {
-        SCOPED_TRACE(nth);
         FailAllocation(nth);
-        auto outcome = work();
+        const List got = work();
         const bool failed = AllocationsMade() >= nth;
         FailAllocation(0);
-        check(outcome, failed);
-        if (!failed)
+        bool expected = got == all || got.empty();
+        for (std::size_t skip = 0; skip < all.size() && !expected; ++skip) {
+            List less = all;
+            less.erase(less.begin() + static_cast<long>(skip));
+            expected = got == less;
+        }
+        EXPECT_TRUE(expected) << "allocation " << nth << " gave " << got.size() << " items";
+        if (!failed) {
+            EXPECT_EQ(got, all);
             return nth - 1;
+        }
     }
-}
-
-// True when got is want with at most one item left out.
-bool AtMostOneDropped(const List& got, const List& want)
-{
-    if (got == want)
-        return true;
-    for (std::size_t skip = 0; skip < want.size(); ++skip) {
-        List less = want;
-        less.erase(less.begin() + static_cast<long>(skip));
-        if (got == less)
-            return true;
-    }
-    return false;
 }
 
 }  // namespace
@@ -256,27 +165,19 @@ bool AtMostOneDropped(const List& got, const List& want)
 TEST_F(ArgumentLineAllocationFailure, TokenizeDropsOneWholeToken)
 {
     const CTextString source("alpha \"bravo charlie delta echo\" foxtrot");
-    const List all{"alpha", "bravo charlie delta echo", "foxtrot"};
     const long runs = FailEachAllocation(
         [&] {
             CChain<CTextString> tokens;
             Tokenize(source, tokens);
             return Items(tokens);
         },
-        [&](const List& got, bool failed) {
-            // Only the copy of the whole source takes every token with it.
-            EXPECT_TRUE(AtMostOneDropped(got, all) || got.empty()) << got.size();
-            if (!failed) {
-                EXPECT_EQ(got, all);
-            }
-        });
+        {"alpha", "bravo charlie delta echo", "foxtrot"});
     EXPECT_GT(runs, 10);
 }
 
 TEST_F(ArgumentLineAllocationFailure, TakeApartDropsOneItem)
 {
     const CTextString line("profile=\"A\" profile=\"B\" target=\"T\" targetDir=\"D\" args=\"X\"");
-    const List all{"profile A", "profile B", "target T", "workDir D", "args X"};
     const long runs = FailEachAllocation(
         [&] {
             CChain<CTextString> tokens, profiles;
@@ -285,19 +186,12 @@ TEST_F(ArgumentLineAllocationFailure, TakeApartDropsOneItem)
             List items;
             for (const std::string& profile : Items(profiles))
                 items.push_back("profile " + profile);
-            if (!target.IsEmpty())
-                items.push_back("target " + Bytes(target));
-            if (!workDir.IsEmpty())
-                items.push_back("workDir " + Bytes(workDir));
-            if (!args.IsEmpty())
-                items.push_back("args " + Bytes(args));
+            for (const CTextString* value : {&target, &workDir, &args}) {
+                if (!value->IsEmpty())
+                    items.push_back(Bytes(*value));
+            }
             return items;
         },
-        [&](const List& got, bool failed) {
-            EXPECT_TRUE(AtMostOneDropped(got, all) || got.empty()) << got.size();
-            if (!failed) {
-                EXPECT_EQ(got, all);
-            }
-        });
+        {"profile A", "profile B", "T", "D", "X"});
     EXPECT_GT(runs, 10);
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "text/Allocation.h"
 #include "text/TextString.h"
 
 inline std::string Bytes(const CTextString& text)
