@@ -77,7 +77,7 @@ int CTextString::Find(const CTextString& pattern, int start) const
     return found == -1 ? -1 : found + start;
 }
 
-bool CTextString::BuildSkipTable()
+bool CTextString::BuildSkipTable() const
 {
     if (!skipTable) {
         skipTable = static_cast<std::int32_t*>(AllocateBlock(sizeof(std::int32_t) * SkipTableEntries));
@@ -109,7 +109,7 @@ void CTextString::Replace(const CTextString& search, const CTextString& replacem
     if (s == 0)
         return;
     // Without a table of its own the search falls back to one on the stack.
-    (void)const_cast<CTextString&>(search).BuildSkipTable();
+    (void)search.BuildSkipTable();
 
     if (s == r && s == 1) {
         const char from = search.cursor[0];

@@ -84,7 +84,9 @@ public:
     // Search and replace.
     int Find(const void* pattern, int start, int n) const;
     int Find(const CTextString& pattern, int start) const;
-    [[nodiscard]] bool BuildSkipTable();
+    // The table belongs to the text it was built from; building it does not change the text,
+    // so a const pattern can carry one.
+    [[nodiscard]] bool BuildSkipTable() const;
     void Replace(const char* search, const char* replacement);
     void Replace(const CTextString& search, const CTextString& replacement);
 
@@ -104,7 +106,7 @@ private:
     int capacity;
     int length;
     unsigned char borrowed;
-    std::int32_t* skipTable;
+    mutable std::int32_t* skipTable;
 };
 
 void TrimLeft(CTextString& text, unsigned char low, unsigned char high);
