@@ -43,6 +43,7 @@ TEST(TextReplace, AllFourCases)
         {"a.b.c", ".", "/", "a/b/c"},
         {"abababa", "ab", "xy", "xyxyxya"},
         {"aaaa", "aa", "ab", "abab"},
+        {"aaa", "aa", "ba", "baa"},   // replaced text is not searched again
         {"a\"b\"", "\"", "''", "a''b''"},
         {"a-b-", "-", "", "ab"},
         {"one, two, three", ", ", ";", "one;two;three"},

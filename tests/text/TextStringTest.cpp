@@ -44,8 +44,11 @@ TEST(TextString, CursorMovesOnCutsAndReturnsOnWrites)
     EXPECT_EQ(text.Text(), start);
 
     text.KeepRight(3);
+    text.KeepRight(2);   // cut after cut: still no byte moves
+    EXPECT_EQ(text.CursorOffset(), 13);
+    EXPECT_EQ(Bytes(text), "de");
     text.KeepRight(0);   // empties in place
-    EXPECT_EQ(text.CursorOffset(), 12);
+    EXPECT_EQ(text.CursorOffset(), 13);
     EXPECT_EQ(text.Length(), 0);
     text.AssignBigEndian32(0);
     EXPECT_EQ(Bytes(text), std::string(4, '\0'));
