@@ -147,6 +147,9 @@ public:
 protected:
     int templateId;
     void* window;
+
+private:
+    friend class CDialogRouter;   // the backend's message routing sets window and calls the handlers
 };
 
 // Icons of the module and of files.
