@@ -22,6 +22,8 @@ namespace {
 
 // The dialog's tool tip control, kept on the dialog window itself.
 const char ToolTipProperty[] = "LinkwrightToolTip";
+// Set on the window by EndDialog: from then on the window is not to be shown.
+const char EndedProperty[] = "LinkwrightEnded";
 
 HINSTANCE ModuleInstance()
 {
@@ -109,6 +111,7 @@ INT_PTR CALLBACK CDialogRouter::Procedure(HWND window, UINT message, WPARAM wPar
         return FALSE;
     if (message == WM_NCDESTROY) {
         RemovePropA(window, ToolTipProperty);
+        RemovePropA(window, EndedProperty);
         dialog->window = nullptr;
         return FALSE;
     }
@@ -141,6 +144,13 @@ INT_PTR CDialogRouter::Dispatch(CDialog& dialog, HWND window, UINT message, WPAR
     case WM_CLOSE:
         dialog.OnCancel();
         return TRUE;
+    case WM_WINDOWPOSCHANGING:
+        // A template with WS_VISIBLE has the dialog shown once WM_INITDIALOG returns,
+        // even when the start-up ended it; an ended dialog is kept out of sight, so a
+        // refused start shows nothing but its message.
+        if (GetPropA(window, EndedProperty))
+            reinterpret_cast<WINDOWPOS*>(lParam)->flags &= ~SWP_SHOWWINDOW;
+        return FALSE;
     case WM_APP:
         dialog.OnAppMessage();
         return TRUE;
@@ -204,8 +214,10 @@ int CDialog::DoModal()
 
 void CDialog::EndDialog(int code)
 {
-    if (window)
-        ::EndDialog(AsWindow(window), code);
+    if (!window)
+        return;
+    SetPropA(AsWindow(window), EndedProperty, AsWindow(window));
+    ::EndDialog(AsWindow(window), code);
 }
 
 bool CDialog::OnInitDialog() { return true; }

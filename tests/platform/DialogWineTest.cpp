@@ -80,14 +80,36 @@ std::string Text(const CTextString& text)
     return std::string(text.Text(), static_cast<std::size_t>(text.Length()));
 }
 
-TEST(DialogWine, EndDialogDuringStartEndsTheRunBeforeTheLoop)
+// Counts the dialog windows of this thread that are made visible.
+int dialogsShown = 0;
+
+LRESULT CALLBACK CountShows(int code, WPARAM wParam, LPARAM lParam)
+{
+    const CWPSTRUCT* message = reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (code >= 0 && message->message == WM_WINDOWPOSCHANGED &&
+        (reinterpret_cast<const WINDOWPOS*>(message->lParam)->flags & SWP_SHOWWINDOW)) {
+        char name[16] = {};
+        GetClassNameA(message->hwnd, name, sizeof(name));
+        if (std::string(name) == "#32770")
+            ++dialogsShown;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// The template has WS_VISIBLE, yet a run ended inside OnInitDialog never shows the
+// dialog and never enters the loop that would deliver the posted message.
+TEST(DialogWine, EndDialogDuringStartEndsTheRunUnseen)
 {
     CProbeDialog dialog;
     dialog.start = [](CProbeDialog& d) {
         d.PostAppMessage();
         d.EndDialog(IdCancel);
     };
+    HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, CountShows, nullptr, GetCurrentThreadId());
+    dialogsShown = 0;
     EXPECT_EQ(dialog.DoModal(), IdCancel);
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(dialogsShown, 0);
     EXPECT_EQ(dialog.events, std::vector<std::string>{"init"});
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
