@@ -1,6 +1,15 @@
-// Registration of the drop target with OLE, on a real dialog window.
+// The drop target on a real dialog window: registration with OLE, and whole drags run
+// by OLE's own drag loop over the dialog.
 
 #include <gtest/gtest.h>
+
+#include <windows.h>
+#include <ole2.h>
+#include <shlobj.h>
+#undef PostAppMessage   // winuser.h's macro would rename CDialog's operation
+
+#include <string>
+#include <vector>
 
 #include "app/Resource.h"
 #include "platform/Dialog.h"
@@ -43,6 +52,184 @@ TEST(DropTargetWine, RegistersOncePerWindowAndOnlyWithOle)
     EXPECT_TRUE(dialog.first);
     EXPECT_FALSE(dialog.second);
     EXPECT_TRUE(dialog.again);
+}
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// One CF_HDROP block; the objects live on the stack of the test, so references are
+// counted but never free anything.
+class CFileData : public IDataObject {
+public:
+    explicit CFileData(const std::vector<unsigned char>& bytes_) : bytes(bytes_) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDataObject)) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
+    {
+        if (QueryGetData(format) != S_OK)
+            return DV_E_FORMATETC;
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+        memcpy(GlobalLock(block), bytes.data(), bytes.size());
+        GlobalUnlock(block);
+        medium->tymed = TYMED_HGLOBAL;
+        medium->hGlobal = block;
+        medium->pUnkForRelease = nullptr;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override
+    {
+        return format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override
+    {
+        out->ptd = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
+
+private:
+    std::vector<unsigned char> bytes;
+};
+
+// Lets the drag loop run a few rounds with the left button "held", then drops.
+class CShortDrag : public IDropSource {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
+    {
+        return ++rounds < 4 ? S_OK : DRAGDROP_S_DROP;
+    }
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+private:
+    int rounds = 0;
+};
+
+#pragma GCC diagnostic pop
+
+// Answers "copy" to every drag and records what reached it.
+class CRecordingTarget : public COleDropTarget {
+public:
+    int OnDragEnter(const void* dropFiles, std::size_t size, std::uint32_t) override
+    {
+        events.push_back("enter");
+        if (dropFiles)
+            entered.assign(static_cast<const unsigned char*>(dropFiles), static_cast<const unsigned char*>(dropFiles) + size);
+        return DropEffectCopy;
+    }
+    int OnDragOver(std::uint32_t) override { return DropEffectCopy; }
+    void OnDragLeave() override { events.push_back("leave"); }
+    bool OnDrop(int dropEffect) override
+    {
+        events.push_back("drop " + std::to_string(dropEffect));
+        return true;
+    }
+
+    std::vector<std::string> events;
+    std::vector<unsigned char> entered;
+};
+
+// Runs one drag of `bytes` over the shown dialog, the source allowing `allowed`.
+class CDragDialog : public CDialog {
+public:
+    CDragDialog(const std::vector<unsigned char>& bytes, DWORD allowed_)
+        : CDialog(IDD_LINKWRIGHT_DIALOG), data(bytes), allowed(allowed_) {}
+
+    bool OnInitDialog() override
+    {
+        started = StartOle();
+        registered = target.Register(*this);
+        PostAppMessage();
+        return true;
+    }
+    void OnAppMessage() override
+    {
+        RECT frame;
+        GetWindowRect(static_cast<HWND>(Handle()), &frame);
+        SetCursorPos((frame.left + frame.right) / 2, frame.top + 40);
+        result = DoDragDrop(&data, &source, allowed, &effect);
+        target.Revoke();
+        if (started == S_OK || started == S_FALSE)
+            StopOle();
+        EndDialog(IdCancel);
+    }
+
+    CFileData data;
+    CShortDrag source;
+    DWORD allowed;
+    CRecordingTarget target;
+    HRESULT started = E_FAIL;
+    bool registered = false;
+    HRESULT result = E_FAIL;
+    DWORD effect = 0;
+};
+
+std::vector<unsigned char> DropFilesOf(const wchar_t* names, std::size_t units)
+{
+    DROPFILES header = {};
+    header.pFiles = sizeof(header);
+    header.fWide = TRUE;
+    std::vector<unsigned char> bytes(sizeof(header) + units * sizeof(wchar_t));
+    memcpy(bytes.data(), &header, sizeof(header));
+    memcpy(bytes.data() + sizeof(header), names, units * sizeof(wchar_t));
+    return bytes;
+}
+
+const wchar_t TwoNames[] = L"C:\\Games\\Game.lnk\0C:\\Other.lnk\0";
+
+TEST(DropTargetWine, DragHandsOverTheBlockAndDropsWithTheLastEffect)
+{
+    std::vector<unsigned char> bytes = DropFilesOf(TwoNames, sizeof(TwoNames) / sizeof(wchar_t));
+    CDragDialog dialog(bytes, DROPEFFECT_COPY | DROPEFFECT_LINK);
+    EXPECT_EQ(dialog.DoModal(), IdCancel);
+    ASSERT_TRUE(dialog.registered);
+    EXPECT_EQ(dialog.result, DRAGDROP_S_DROP);
+    EXPECT_EQ(dialog.effect, static_cast<DWORD>(DROPEFFECT_COPY));
+    ASSERT_FALSE(dialog.target.events.empty());
+    EXPECT_EQ(dialog.target.events.front(), "enter");
+    EXPECT_EQ(dialog.target.events.back(), "drop 1");
+    // The block may have been rounded up in size; its start is ours.
+    ASSERT_GE(dialog.target.entered.size(), bytes.size());
+    EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), dialog.target.entered.begin()));
+}
+
+// "Copy" is not among what the source allows, so the target's answer comes to nothing
+// and the drag ends without a drop.
+TEST(DropTargetWine, AnEffectTheSourceDoesNotAllowIsNoDrop)
+{
+    std::vector<unsigned char> bytes = DropFilesOf(TwoNames, sizeof(TwoNames) / sizeof(wchar_t));
+    CDragDialog dialog(bytes, DROPEFFECT_MOVE);
+    EXPECT_EQ(dialog.DoModal(), IdCancel);
+    ASSERT_TRUE(dialog.registered);
+    EXPECT_EQ(dialog.effect, static_cast<DWORD>(DROPEFFECT_NONE));
+    ASSERT_FALSE(dialog.target.events.empty());
+    EXPECT_EQ(dialog.target.events.front(), "enter");
+    EXPECT_EQ(dialog.target.events.back(), "leave");
 }
 
 }   // namespace
