@@ -123,13 +123,12 @@ INT_PTR CALLBACK CDialogRouter::Procedure(HWND window, UINT message, WPARAM wPar
 INT_PTR CDialogRouter::Dispatch(CDialog& dialog, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_INITDIALOG: {
+    case WM_INITDIALOG:
         CentreWindow(window);
         return dialog.OnInitDialog() ? TRUE : FALSE;
-    }
     case WM_COMMAND: {
-        // Button clicks (and menu or accelerator commands) only; the notifications of
-        // the combo box and the list view come with other codes and are not commands.
+        // Button clicks only (BN_CLICKED, also the code of Enter and Escape in a dialog);
+        // the notifications of the combo box come with other codes and are no commands.
         if (HIWORD(wParam) != BN_CLICKED)
             return FALSE;
         int id = LOWORD(wParam);
