@@ -19,6 +19,23 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     return static_cast<LRESULT>(result);
 }
 
+LRESULT AskWide(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    DWORD_PTR result = 0;
+    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kMessageTimeoutMs, &result))
+        return -1;
+    return static_cast<LRESULT>(result);
+}
+
+std::string Narrow(const wchar_t* text)
+{
+    const int bytes = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string narrow(bytes > 0 ? static_cast<size_t>(bytes) : 1, '\0');
+    WideCharToMultiByte(CP_ACP, 0, text, -1, &narrow[0], bytes, nullptr, nullptr);
+    narrow.resize(narrow.size() - 1);
+    return narrow;
+}
+
 // A screen rectangle as 32-bit pixels, top row first.
 struct Pixels {
     int width = 0;
@@ -325,11 +342,13 @@ std::vector<std::string> ComboEntries(HWND combo)
     std::vector<std::string> entries;
     const LRESULT count = Ask(combo, CB_GETCOUNT, 0, 0);
     for (LRESULT i = 0; i < count; ++i) {
-        const LRESULT length = Ask(combo, CB_GETLBTEXTLEN, i, 0);
-        std::vector<char> text(length > 0 ? static_cast<size_t>(length) + 1 : 1, '\0');
+        // Asked in wide form: Wine hands the narrow form of this message across processes
+        // as wide text.
+        const LRESULT length = AskWide(combo, CB_GETLBTEXTLEN, i, 0);
+        std::vector<wchar_t> text(length > 0 ? static_cast<size_t>(length) + 1 : 1, L'\0');
         if (length > 0)
-            Ask(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()));
-        entries.emplace_back(text.data());
+            AskWide(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()));
+        entries.push_back(Narrow(text.data()));
     }
     return entries;
 }
