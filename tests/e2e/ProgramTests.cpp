@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -112,6 +113,11 @@ struct RefusedStart {
     const char* text;
     e2e::MessageIcon icon;
 };
+
+void PrintTo(const RefusedStart& row, std::ostream* out)
+{
+    *out << row.what;
+}
 
 const char kNotFoundText[] = "Linkwright could not find Zelmardeck. Please re-install Zelmardeck.";
 const char kNoProfilesText[] =
