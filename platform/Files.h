@@ -31,13 +31,25 @@ enum SeekOrigin { SeekFromStart = 0, SeekFromCurrent = 1, SeekFromEnd = 2 };
 // receives the new position. A distance of 0 from SeekFromCurrent asks for the position.
 bool SeekFile(FileHandle file, std::int64_t distance, SeekOrigin origin, std::uint64_t* position);
 
-// The error of the last failed call of this layer, as GetLastError gives it
-// (natively: errno); 0 when the last call succeeded.
+// The error of the last call of this layer as a Windows error code; 0 when it succeeded.
+// The native backend maps errno to the codes the callers tell apart:
+//   2  file not found (the folder exists, the name in it does not; also a search with no match)
+//   3  path not found (a folder on the way is missing, or a drive other than Z:)
+//   5  access denied (no permission, a read-only file opened for writing, copied over or
+//      deleted, a folder opened as a file)
+//   6  invalid handle, 18 no more entries in a search, 80 file exists, 87 bad argument,
+//   112 disk full, 145 folder not empty, 206 name too long, 31 anything else.
+const std::uint32_t ErrorFileNotFound = 2;
+const std::uint32_t ErrorPathNotFound = 3;
+const std::uint32_t ErrorAccessDenied = 5;
+const std::uint32_t ErrorNoMoreFiles = 18;
 std::uint32_t LastFileError();
 
-// Attribute bits as Windows has them. Natively: read-only means no write permission bit.
+// Attribute bits as Windows has them. Natively: read-only means no write permission bit,
+// a folder is 0x10, any other file is 0x20; SetAttributes acts on the read-only bit alone.
 const std::uint32_t AttributeReadOnly = 0x01;
 const std::uint32_t AttributeDirectory = 0x10;
+const std::uint32_t AttributeArchive = 0x20;
 const std::uint32_t AttributeNormal = 0x80;
 const std::uint32_t InvalidAttributes = 0xFFFFFFFFu;
 
@@ -46,8 +58,11 @@ bool SetAttributes(const char* path, std::uint32_t attributes);
 bool CopyFileOver(const char* from, const char* to);   // overwrites an existing target
 bool DeleteFileAt(const char* path);
 
-// Directory search over a path with optional wildcards * and ?. "." and ".." come as
-// Windows delivers them. Times are 64-bit file times (100 ns since 1601).
+// Directory search over a path with optional wildcards * and ? in its last part. "." and
+// ".." come as Windows delivers them: first, in every folder but a drive's root. A pattern
+// that ends in a backslash matches nothing. Times are 64-bit file times (100 ns since
+// 1601). Natively the entries come in the file system's order, at most 64 searches are
+// open at once, and a folder's creation time is its last change.
 const int PathBufferSize = 262;
 struct FindData {
     std::uint32_t attributes;
@@ -70,9 +85,13 @@ void FindEnd(FindHandle search);
 std::uint32_t GetCurrentFolder(std::uint32_t size, char* buffer);
 bool SetCurrentFolder(const char* path);
 
-// As GetModuleFileNameA for the running program: bytes stored, 0 on failure.
-std::uint32_t GetProgramPath(char* buffer, std::uint32_t size);
-// Tests point the module path at a program folder of their own; null restores the real one.
+// An HMODULE on Windows; the null handle stands for the running program.
+typedef void* ModuleHandle;
+// As GetModuleFileNameA: bytes stored without the terminator, 0 on failure. Natively only
+// the null handle is known, and the path of /proc/self/exe comes back as "Z:\...".
+std::uint32_t GetModulePath(ModuleHandle module, char* buffer, std::uint32_t size);
+// Tests point the running program's path at a folder of their own (a Windows path, kept
+// as given); null restores the real one.
 void OverrideProgramPath(const char* path);
 
 // Bit mask of the present drives, bit 0 for A:. Natively only Z: is present.
