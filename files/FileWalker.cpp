@@ -103,33 +103,38 @@ bool CFileWalker::AdvanceSearch(const CTextString& mask)
     return false;
 }
 
-void CFileWalker::Deliver(CWalkEntry& entry, const char* name, bool folder) const
+// Fills the entry; false when its name could not be built for want of memory, and the
+// entry is then passed over.
+bool CFileWalker::Deliver(CWalkEntry& entry, const char* name, bool folder) const
 {
     entry.isFolder = folder ? 1 : 0;
+    int expected = static_cast<int>(std::strlen(name));
     if (flags & WalkFullNames) {
         entry.name.Assign(root);
         entry.name.Append(name);
+        expected += root.Length();
     } else {
         entry.name.Assign(name);
     }
+    if (entry.name.Length() != expected)
+        return false;
     entry.factsValid = 0;
     if (flags & WalkFacts) {
         const CTextString path = root.Concat(name);
         entry.factsValid = GetFileFacts(path.Text(), &entry.facts) ? 1 : 0;
     }
+    return true;
 }
 
 bool CFileWalker::Next(CWalkEntry& entry)
 {
     if (!active)
         return false;
-    if (inFolders)
-        return FolderStep(entry);
-    if (FileStep(entry))
+    // The file step may hand over to the folder pass on its last call.
+    const bool delivered = inFolders ? FolderStep(entry) : FileStep(entry) || (inFolders && FolderStep(entry));
+    if (delivered)
         return true;
-    if (inFolders)
-        return FolderStep(entry);
-    // Nothing is due after the files: the walk is over for good.
+    // The walk is over for good: a search that has ended is not started again.
     active = 0;
     return false;
 }
@@ -147,8 +152,9 @@ bool CFileWalker::FileStep(CWalkEntry& entry)
         if (!(findData.attributes & AttributeDirectory)) {
             if (!(flags & WalkFiles))
                 continue;
-            Deliver(entry, name, false);
-            return true;
+            if (Deliver(entry, name, false))
+                return true;
+            continue;
         }
         if (!sameMasks || !foldersWanted || IsDots(name))
             continue;
@@ -171,11 +177,14 @@ bool CFileWalker::FolderStep(CWalkEntry& entry)
             if (nested->Next(entry)) {
                 // The nested walker's names are relative to its own start; one more folder
                 // goes in front at each level. Full names stand as they are.
-                if (!(flags & WalkFullNames)) {
-                    const CTextString relative = subPath.Concat(entry.name);
-                    entry.name.Assign(relative);
-                }
-                return true;
+                if (flags & WalkFullNames)
+                    return true;
+                const int expected = subPath.Length() + entry.name.Length();
+                const CTextString relative = subPath.Concat(entry.name);
+                entry.name.Assign(relative);
+                if (entry.name.Length() == expected)
+                    return true;
+                continue;   // the name was cut short for want of memory
             }
             HeapDelete(nested);
             nested = nullptr;
@@ -211,7 +220,7 @@ bool CFileWalker::FolderStep(CWalkEntry& entry)
         }
         if (!(flags & WalkFolders))
             continue;
-        Deliver(entry, folder.Text(), true);
-        return true;
+        if (Deliver(entry, folder.Text(), true))
+            return true;
     }
 }

@@ -57,7 +57,7 @@ private:
     void CloseSearch();
     bool FileStep(CWalkEntry& entry);
     bool FolderStep(CWalkEntry& entry);
-    void Deliver(CWalkEntry& entry, const char* name, bool folder) const;
+    bool Deliver(CWalkEntry& entry, const char* name, bool folder) const;
 
     CTextString root;         // ends in a backslash once started
     CTextString fileMask;     // never empty
