@@ -51,16 +51,18 @@ void CFileWalker::Start(const char* start)
         root.Assign(CurrentFolder());
     } else if (start[0] == '.') {
         // Relative to the current folder: let the platform resolve it, then put the
-        // current folder back, whatever became of the attempt.
+        // current folder back, whatever became of the attempt. A current folder that
+        // cannot be noted is not changed at all.
         CTextString copy(start);
         if (copy.Length() > 0 && copy.Text()[copy.Length() - 1] == ':')
             copy.AppendChar('\\');
         const CTextString saved = CurrentFolder();
-        if (SetCurrentFolder(copy.Text()))
+        if (!saved.IsEmpty() && SetCurrentFolder(copy.Text()))
             root.Assign(CurrentFolder());
         else
             root.Assign(copy);
-        SetCurrentFolder(saved.Text());
+        if (!saved.IsEmpty())
+            SetCurrentFolder(saved.Text());
     } else {
         root.Assign(start);
     }

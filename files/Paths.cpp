@@ -23,7 +23,7 @@ bool PathExists(const char* path)
     const bool rootForm = length == 2 || (length == 3 && path[2] == '\\');
     if (rootForm && path[1] == ':' && IsLetter(drive)) {
         const int bit = std::toupper(drive) - 'A';
-        return (GetLogicalDriveMask() >> bit & 1u) != 0;
+        return ((GetLogicalDriveMask() >> bit) & 1u) != 0;
     }
     return GetAttributes(path) != InvalidAttributes;
 }

@@ -100,10 +100,18 @@ std::int16_t CWindowedFile::WindowByte(std::uint64_t offset) const
     return static_cast<std::int16_t>(window[offset - windowStart]);
 }
 
+// Whole-file mode has no window: an offset beyond the image fails like one beyond a file.
+std::int16_t CWindowedFile::ImageByte(std::uint64_t offset) const
+{
+    if (offset >= static_cast<std::uint64_t>(image.Length()))
+        return -1;
+    return static_cast<std::int16_t>(static_cast<unsigned char>(image.Text()[offset]));
+}
+
 std::int16_t CWindowedFile::ReadByte(std::uint32_t offset)
 {
     if (inMemory)
-        return static_cast<std::int16_t>(static_cast<unsigned char>(image.Text()[offset]));
+        return ImageByte(offset);
     if (!window)
         return -1;
     // Only the low halves are compared, and the byte is found from them: this form serves
@@ -119,7 +127,7 @@ std::int16_t CWindowedFile::ReadByte(std::uint32_t offset)
 std::int16_t CWindowedFile::ReadByte(std::uint64_t offset)
 {
     if (inMemory)
-        return static_cast<std::int16_t>(static_cast<unsigned char>(image.Text()[offset]));
+        return ImageByte(offset);
     if (!window)
         return -1;
     if (offset >= windowStart && offset <= windowLast)

@@ -53,6 +53,7 @@ public:
 private:
     bool LoadWindow(std::uint64_t offset);
     std::int16_t WindowByte(std::uint64_t offset) const;
+    std::int16_t ImageByte(std::uint64_t offset) const;
     void ForgetWindow();
 
     unsigned char* window;        // owned; null when closed

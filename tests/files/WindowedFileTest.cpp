@@ -177,6 +177,7 @@ TEST_F(WindowedFileTest, WholeFileReads)
     CWindowedFile image("big.bin");
     ASSERT_TRUE(image.Open(true));
     EXPECT_EQ(image.ReadByte(static_cast<std::uint64_t>(FileSize - 1)), Pattern(FileSize - 1));
+    EXPECT_LT(image.ReadByte(static_cast<std::uint32_t>(FileSize)), 0);
     std::uint32_t low = 0, high = 1;
     EXPECT_TRUE(image.Size(&low, &high));
     EXPECT_EQ(low, FileSize);
