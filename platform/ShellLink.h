@@ -1,0 +1,54 @@
+#pragma once
+// The shell's link object: a shortcut file read and written through the shell, whose format
+// stays behind it. On Windows it is the COM object of CLSID_ShellLink, reached through its
+// two interfaces IShellLinkA and IPersistFile; the native build has an in-memory stand-in
+// (platform/model/ShellLinkModel.h).
+//
+// Every call answers a result: 0 for success, and anything else (an HRESULT on Windows),
+// S_FALSE included, for failure. Text goes in and out single-byte, as the "A" interface
+// takes it, except the shortcut's own path, which is always given in wide path form: a
+// CTextString holding UTF-16 units, low byte first, and one zero byte behind them.
+//
+// The object is reached through the two pointers below, each one reference of its own that
+// the holder gives back with the matching Release call. Nothing here throws or allocates
+// beyond what the shell does, except that the wide path is copied to an aligned block
+// (through the allocation seam) before it goes out.
+
+#include <cstdint>
+
+class CTextString;
+
+typedef std::int32_t ShellResult;
+const ShellResult ShellOk = 0;
+const ShellResult ShellFalse = 1;   // S_FALSE: e.g. GetLinkPath of a link without a file target
+
+// Opaque: IShellLinkA and IPersistFile on Windows, the stand-in's records natively.
+struct ShellLinkInterface;
+struct PersistFileInterface;
+
+// A new link object (CoCreateInstance, in-process). *link is null on failure.
+ShellResult CreateShellLink(ShellLinkInterface** link);
+// The same object's persistence interface (QueryInterface). *file is null on failure.
+ShellResult QueryPersistFile(ShellLinkInterface* link, PersistFileInterface** file);
+void ReleaseShellLink(ShellLinkInterface* link);
+void ReleasePersistFile(PersistFileInterface* file);
+
+// Reads the file into the object, opened for reading and writing (STGM_READWRITE).
+ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath);
+// Writes the object to the file and makes it the object's current file.
+ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath);
+
+// Settles the link without asking the user, updating or searching (flags 0x19, no
+// time-out). window: the owner's window handle, or null.
+ShellResult ResolveLink(ShellLinkInterface* link, void* window);
+
+// Each fills buffer with a terminated text of at most capacity - 1 bytes.
+ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity);   // no find data, flags 0
+ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity);
+ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index);
+ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity);
+
+ShellResult SetLinkPath(ShellLinkInterface* link, const char* path);
+ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder);
+ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments);
+ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index);

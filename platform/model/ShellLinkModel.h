@@ -1,0 +1,72 @@
+#pragma once
+// Test-facing side of the in-memory shell link stand-in (native build only).
+//
+// Shortcut "files" live in a store keyed by the bytes of their wide path form; the real
+// file system is never touched. A link object starts empty, LoadLinkFile copies a stored
+// file into it, the Set calls change the object only, and SaveLinkFile copies the object
+// into the store. GetLinkPath of an object with an empty target answers ShellFalse, as the
+// shell does for a link without a file-system target.
+//
+// A test fills the store, tells any one step to fail, and afterwards inspects the store,
+// the calls made in order, and whether every reference was given back.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/ShellLink.h"
+
+namespace ShellLinkModel {
+
+struct LinkFile {
+    std::string path;          // target
+    std::string arguments;
+    std::string workDir;
+    std::string iconPath;
+    std::int32_t iconIndex = 0;
+    std::string description;   // never set through the interface; shows what a save keeps
+    bool operator==(const LinkFile& other) const;
+};
+
+enum Step {
+    StepCreate,
+    StepQueryPersistFile,
+    StepLoad,
+    StepResolve,
+    StepGetPath,
+    StepGetArguments,
+    StepGetIconLocation,
+    StepGetWorkingDirectory,
+    StepSetPath,
+    StepSetWorkingDirectory,
+    StepSetArguments,
+    StepSetIconLocation,
+    StepSave,
+};
+
+const ShellResult Failed = static_cast<ShellResult>(0x80004005u);     // E_FAIL
+const ShellResult NotFound = static_cast<ShellResult>(0x80070002u);   // a load of a missing file
+
+// Forgets every file, failure and recorded call. Objects still alive keep working.
+void Reset();
+
+// The wide path form of a single-byte path (each byte a unit, one zero byte behind).
+std::string Wide(const std::string& path);
+
+void PutFile(const std::string& widePath, const LinkFile& file);
+bool HasFile(const std::string& widePath);
+LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
+int SaveCount(const std::string& widePath);      // how many times SaveLinkFile wrote it
+
+// From now until Reset, every call of step answers result instead of doing its work.
+void FailStep(Step step, ShellResult result = Failed);
+
+// The calls in order, one line each: the step's name and what it was given, e.g.
+// "GetPath 16383", "SetArguments profile=\"A\" target=\"x\"", "Save C:\a.lnk" (wide paths
+// shown by their low bytes), "Resolve 0x1234" (the window handle in hex).
+std::vector<std::string> Calls();
+
+// Link objects made and not yet given back by both their references.
+int LiveObjects();
+
+}   // namespace ShellLinkModel

@@ -1,0 +1,145 @@
+// Shell links through COM: CLSID_ShellLink, IShellLinkA and IPersistFile. The caller has
+// started COM (OleInitialize or CoInitialize) on this thread.
+
+#include "platform/ShellLink.h"
+
+#include <windows.h>
+#include <objbase.h>
+#include <objidl.h>
+#include <shlobj.h>
+#include <shobjidl.h>
+
+#include <cstring>
+
+#include "text/Allocation.h"
+#include "text/TextString.h"
+
+namespace {
+
+IShellLinkA* LinkOf(ShellLinkInterface* link)
+{
+    return reinterpret_cast<IShellLinkA*>(link);
+}
+
+IPersistFile* FileOf(PersistFileInterface* file)
+{
+    return reinterpret_cast<IPersistFile*>(file);
+}
+
+// The wide path form as a terminated wide string in a block of its own: the text's bytes
+// need not lie at an even address, and a second zero byte makes the terminating unit
+// whole whatever the text ends with. Null when the block cannot be had.
+wchar_t* WideCopy(const CTextString& widePath)
+{
+    const std::size_t bytes = static_cast<std::size_t>(widePath.Length());
+    void* block = AllocateBlock(bytes + 4);
+    if (!block)
+        return nullptr;
+    std::memset(block, 0, bytes + 4);
+    std::memcpy(block, widePath.Text(), bytes);
+    return static_cast<wchar_t*>(block);
+}
+
+}   // namespace
+
+ShellResult CreateShellLink(ShellLinkInterface** link)
+{
+    IShellLinkA* created = nullptr;
+    const HRESULT hr = CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA,
+                                        reinterpret_cast<void**>(&created));
+    *link = hr == S_OK ? reinterpret_cast<ShellLinkInterface*>(created) : nullptr;
+    if (hr != S_OK && created)
+        created->Release();
+    return hr;
+}
+
+ShellResult QueryPersistFile(ShellLinkInterface* link, PersistFileInterface** file)
+{
+    IPersistFile* persist = nullptr;
+    const HRESULT hr = LinkOf(link)->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&persist));
+    *file = hr == S_OK ? reinterpret_cast<PersistFileInterface*>(persist) : nullptr;
+    if (hr != S_OK && persist)
+        persist->Release();
+    return hr;
+}
+
+void ReleaseShellLink(ShellLinkInterface* link)
+{
+    if (link)
+        LinkOf(link)->Release();
+}
+
+void ReleasePersistFile(PersistFileInterface* file)
+{
+    if (file)
+        FileOf(file)->Release();
+}
+
+ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath)
+{
+    wchar_t* path = WideCopy(widePath);
+    if (!path)
+        return E_OUTOFMEMORY;
+    const HRESULT hr = FileOf(file)->Load(path, STGM_READWRITE);
+    FreeBlock(path);
+    return hr;
+}
+
+ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
+{
+    wchar_t* path = WideCopy(widePath);
+    if (!path)
+        return E_OUTOFMEMORY;
+    const HRESULT hr = FileOf(file)->Save(path, TRUE);
+    FreeBlock(path);
+    return hr;
+}
+
+ShellResult ResolveLink(ShellLinkInterface* link, void* window)
+{
+    // The time-out is the high word of the flags; zero leaves the shell's default.
+    return LinkOf(link)->Resolve(static_cast<HWND>(window), SLR_NO_UI | SLR_NOUPDATE | SLR_NOSEARCH);
+}
+
+ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
+{
+    return LinkOf(link)->GetPath(buffer, capacity, nullptr, 0);
+}
+
+ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity)
+{
+    return LinkOf(link)->GetArguments(buffer, capacity);
+}
+
+ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index)
+{
+    int shellIndex = *index;   // left as it was when the shell writes nothing
+    const HRESULT hr = LinkOf(link)->GetIconLocation(buffer, capacity, &shellIndex);
+    *index = shellIndex;
+    return hr;
+}
+
+ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
+{
+    return LinkOf(link)->GetWorkingDirectory(buffer, capacity);
+}
+
+ShellResult SetLinkPath(ShellLinkInterface* link, const char* path)
+{
+    return LinkOf(link)->SetPath(path);
+}
+
+ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder)
+{
+    return LinkOf(link)->SetWorkingDirectory(folder);
+}
+
+ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments)
+{
+    return LinkOf(link)->SetArguments(arguments);
+}
+
+ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index)
+{
+    return LinkOf(link)->SetIconLocation(path, index);
+}
