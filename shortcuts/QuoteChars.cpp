@@ -1,0 +1,43 @@
+// Reading "QuoteChars.txt".
+
+#include "shortcuts/QuoteChars.h"
+
+#include <cstdio>
+
+#include "files/Paths.h"
+#include "platform/Files.h"
+
+namespace {
+
+// When line begins with key (case folded), cuts the key off and answers true.
+bool TakeKey(CTextString& line, const char* key, int keyLength)
+{
+    if (line.Left(keyLength).CompareNoCase(key, keyLength) != 0)
+        return false;
+    line.KeepRight(line.Length() - keyLength);
+    return true;
+}
+
+}   // namespace
+
+void ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
+{
+    CTextString path(programFolder);
+    EnsureBackslash(path);
+    path.Append("QuoteChars.txt");
+    std::FILE* file = OpenStream(path.Text(), "rb");
+    if (!file)
+        return;
+    CTextString line(0);
+    while (line.ReadLine(file)) {
+        Trim(line, 0x00, 0x20);
+        if (TakeKey(line, "LeftArgQuote=", 13)) {
+            if (!line.IsEmpty())
+                left = line.Text()[0];
+        } else if (TakeKey(line, "RightArgQuote=", 14)) {
+            if (!line.IsEmpty())
+                right = line.Text()[0];
+        }
+    }
+    std::fclose(file);
+}
