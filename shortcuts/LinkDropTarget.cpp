@@ -94,18 +94,13 @@ bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextStr
 {
     if (!m_shellLink || !m_persistFile)
         return false;
-    // The line always holds "target=", so an empty one means its memory could not be had;
-    // a shortcut pointed at the parent without it would have lost what it started.
-    const CTextString line = ComposeArguments(target, workDir, args, profiles);
-    if (line.IsEmpty())
-        return false;
-    const CTextString parentFolder = FolderOf(parentPath.Text(), true);
-
     if (SetLinkPath(m_shellLink, parentPath.Text()) != ShellOk)
         return false;
     bool saved = true;
+    const CTextString parentFolder = FolderOf(parentPath.Text(), true);
     if (SetLinkWorkingDirectory(m_shellLink, parentFolder.Text()) != ShellOk)
         saved = false;
+    const CTextString line = ComposeArguments(target, workDir, args, profiles);
     if (SetLinkArguments(m_shellLink, line.Text()) != ShellOk)
         saved = false;
     if (SetLinkIconLocation(m_shellLink, m_linkIconPath.Text(), m_linkIconIndex) != ShellOk)

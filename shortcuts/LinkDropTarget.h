@@ -46,8 +46,6 @@ public:
     // becomes the working folder), m_target, m_targetDir, m_args (in substituted form) and
     // m_selected. A failing SetPath stops at once and nothing is written; any later failing
     // step makes the answer false but the remaining steps still run, the file included.
-    // The line is composed before anything is set: when no line could be made for want of
-    // memory, the link is left alone and the answer is false.
     bool SaveEnhanced(const CTextString& parentPath, const CTextString& target, const CTextString& workDir,
                       const CTextString& args, const CChain<CTextString>& profiles);
 
