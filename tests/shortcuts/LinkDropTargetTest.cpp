@@ -196,16 +196,6 @@ TEST_F(LinkDropTarget, FirstFailingReadEndsTheLoadAndKeepsWhatWasRead)
     }
 }
 
-TEST_F(LinkDropTarget, LinkWithoutFileTargetFailsTheLoad)
-{
-    Ready();
-    LinkFile file = Plain();
-    file.path.clear();
-    PutFile(key, file);
-    EXPECT_FALSE(link.LoadLink());
-    EXPECT_EQ(Lines({"Load", "Resolve", "GetPath"}), Steps());
-}
-
 TEST_F(LinkDropTarget, ReadOnlyBitIsClearedForGoodAndWideNamesOpenWhole)
 {
     Ready();

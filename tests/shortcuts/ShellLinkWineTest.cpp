@@ -53,8 +53,7 @@ HRESULT Write(const std::string& wideForm, const Facts& facts)
     HRESULT hr = Open(&link, &file);
     if (hr != S_OK)
         return hr;
-    if (hr == S_OK)
-        hr = link->SetPath(facts.target.c_str());
+    hr = link->SetPath(facts.target.c_str());
     if (hr == S_OK)
         hr = link->SetArguments(facts.arguments.c_str());
     if (hr == S_OK)
