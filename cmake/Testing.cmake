@@ -21,8 +21,10 @@ if(WIN32)
            COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX} WINEDEBUG=-all
                    WINEDLLOVERRIDES=mscoree,mshtml= wineboot --init)
   set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+  # The server may already have ended on its own; that is no failure.
   add_test(NAME wine_shutdown
-           COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX} wineserver -k)
+           COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX}
+                   sh -c "wineserver -k 2>/dev/null; exit 0")
   set_tests_properties(wine_shutdown PROPERTIES FIXTURES_CLEANUP wine)
 else()
   find_package(GTest REQUIRED)

@@ -129,7 +129,7 @@ public:
     // A modal message box owned by the dialog; answers the button pressed.
     int ShowMessage(const char* text, const char* caption, std::uint32_t flags);
     // Queues AppMessage (wParam 0, lParam 0) for the dialog's message loop.
-    void PostAppMessage();
+    void QueueAppMessage();
 
     // Icons and drawing of the window.
     void SetWindowIcon(bool big, IconHandle icon);   // WM_SETICON

@@ -438,7 +438,7 @@ int CDialog::ShowMessage(const char* text, const char* caption, std::uint32_t fl
     return answer;
 }
 
-void CDialog::PostAppMessage()
+void CDialog::QueueAppMessage()
 {
     DialogModel().posted.push_back(this);
 }

@@ -12,9 +12,6 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
-// winuser.h names a macro after one of CDialog's operations.
-#undef PostAppMessage
-
 #include "text/Allocation.h"
 #include "text/TextString.h"
 
@@ -407,7 +404,7 @@ int CDialog::ShowMessage(const char* text, const char* caption, std::uint32_t fl
     return MessageBoxA(AsWindow(window), text, caption, flags);
 }
 
-void CDialog::PostAppMessage()
+void CDialog::QueueAppMessage()
 {
     if (window)
         PostMessageA(AsWindow(window), WM_APP, 0, 0);

@@ -77,14 +77,14 @@ TEST_F(ModelTest, PostedMessagesWaitForThePumpAndDieWithTheirDialog)
     model.messageAnswers = {IdCancel};
     Probe probe;
     model.sessions[Template] = [&](CModelWindow& window) {
-        probe.PostAppMessage();
-        probe.PostAppMessage();
+        probe.QueueAppMessage();
+        probe.QueueAppMessage();
         EXPECT_EQ(0, probe.messages);
         EXPECT_EQ(2, model.PumpMessages());
         EXPECT_EQ(2, probe.messages);
         EXPECT_EQ(IdCancel, probe.ShowMessage("text", "caption", MessageIconExclamation));
         EXPECT_EQ(IdOk, probe.ShowMessage("again", "caption", MessageOk));
-        probe.PostAppMessage();
+        probe.QueueAppMessage();
         EXPECT_TRUE(window.Press(IdOk));
     };
     EXPECT_EQ(IdOk, probe.DoModal());

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 #include <commctrl.h>
-#undef PostAppMessage   // winuser.h's macro would rename CDialog's operation
 
 #include <functional>
 #include <string>
@@ -102,7 +101,7 @@ TEST(DialogWine, EndDialogDuringStartEndsTheRunUnseen)
 {
     CProbeDialog dialog;
     dialog.start = [](CProbeDialog& d) {
-        d.PostAppMessage();
+        d.QueueAppMessage();
         d.EndDialog(IdCancel);
     };
     HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, CountShows, nullptr, GetCurrentThreadId());
@@ -118,7 +117,7 @@ TEST(DialogWine, ModalLoopRoutesPostedMessageCommandsAndClose)
 {
     CProbeDialog dialog;
     bool shown = false;
-    dialog.start = [](CProbeDialog& d) { d.PostAppMessage(); };
+    dialog.start = [](CProbeDialog& d) { d.QueueAppMessage(); };
     dialog.posted = [&shown](CProbeDialog& d) {
         HWND window = static_cast<HWND>(d.Handle());
         shown = IsWindowVisible(window) != 0;

@@ -6,7 +6,6 @@
 #include <windows.h>
 #include <ole2.h>
 #include <shlobj.h>
-#undef PostAppMessage   // winuser.h's macro would rename CDialog's operation
 
 #include <string>
 #include <vector>
@@ -164,7 +163,7 @@ public:
     {
         started = StartOle();
         registered = target.Register(*this);
-        PostAppMessage();
+        QueueAppMessage();
         return true;
     }
     void OnAppMessage() override
