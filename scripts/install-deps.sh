@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ libgtest-dev libbenchmark-dev valgrind   # native build and tests
+  cmake ninja-build g++ libgtest-dev libbenchmark-dev   # native build and tests
   g++-mingw-w64-x86-64-posix                                     # the Windows build
   wine wine64 xvfb xdotool imagemagick                           # running it under Wine
 )
