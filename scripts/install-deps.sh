@@ -5,8 +5,8 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ libgtest-dev libbenchmark-dev   # native build and tests
-  g++-mingw-w64-x86-64-posix                                     # the Windows build
-  wine wine64 xvfb xdotool imagemagick                           # running it under Wine
+  g++-mingw-w64-x86-64-posix                            # the Windows build
+  wine wine64 xvfb xdotool imagemagick                  # running it under Wine
 )
 
 missing=()
