@@ -1,0 +1,258 @@
+// The reading side of CChunkFile, and what both sides share: construction, the stack of
+// open groups, and the entry points that choose a side by isWriting.
+
+#include "chunks/ChunkFile.h"
+
+#include "files/Paths.h"
+
+CChunkGroup::CChunkGroup(const CChunkGroup& other)
+    : CChunkHeader(other), id(other.id), childCount(other.childCount)
+{
+    for (CChainNode<CChunkHeader>* node = other.children.Head(); node; node = node->next) {
+        CChunkHeader* copy = HeapNew<CChunkHeader>(*node->payload);
+        if (copy && !children.Append(copy))
+            HeapDelete(copy);
+    }
+}
+
+CChunkFile::CChunkFile()
+    : replaceOnClose(true),
+      isOpen(false),
+      isWriting(false),
+      inMemory(false),
+      writeFailed(false),
+      version(0),
+      firstChunkOffset(0),
+      fileName(0),
+      reader(nullptr),
+      writeHandle(InvalidFileHandle),
+      currentGroup(nullptr),
+      memoryTarget(nullptr),
+      signature("XFF")
+{
+}
+
+CChunkFile::~CChunkFile()
+{
+    Close();
+}
+
+bool CChunkFile::OpenGroup(std::uint32_t id)
+{
+    if (!isOpen || !currentGroup)
+        return false;
+    return isWriting ? OpenWriteGroup(id) : OpenReadGroup(id);
+}
+
+bool CChunkFile::CloseGroup()
+{
+    if (!isOpen)
+        return true;
+    if (openGroups.IsEmpty() || !currentGroup)
+        return false;
+    return isWriting ? CloseWriteGroup() : CloseReadGroup();
+}
+
+// Close and CloseGroup call each other: the last CloseGroup finds the stack empty and
+// closes the file from inside; the outer run then finds everything done.
+bool CChunkFile::Close()
+{
+    if (!isOpen)
+        return true;
+    return isWriting ? CloseWriting() : CloseReading();
+}
+
+bool CChunkFile::PushGroup(const CChunkGroup& group)
+{
+    CChunkGroup* copy = HeapNew<CChunkGroup>(group);
+    if (!copy)
+        return false;
+    if (!openGroups.Append(copy)) {
+        HeapDelete(copy);
+        return false;
+    }
+    return true;
+}
+
+void CChunkFile::DropTopGroup()
+{
+    openGroups.Remove(openGroups.Tail());
+    currentGroup = openGroups.IsEmpty() ? nullptr : openGroups.Tail()->payload;
+}
+
+// A main file that will not open or is damaged gives way to its .tmp twin; the twin is
+// deleted once copied, so one Open copies at most once.
+bool CChunkFile::Open(const char* path)
+{
+    if (isOpen)
+        return true;
+    fileName.Assign(path);
+    reader.name.Assign(fileName);
+    if (!reader.Open(false) && !Recover())
+        return false;
+    inMemory = false;
+    if (ReadHeader())
+        return true;
+    if (!Recover())
+        return false;
+    return ReadHeader();
+}
+
+bool CChunkFile::Recover()
+{
+    CTextString tmpPath = fileName.Concat(".tmp");
+    if (!PathExists(tmpPath.Text()))
+        return false;
+    std::uint32_t attributes = GetAttributes(fileName.Text());
+    if (attributes != InvalidAttributes)
+        SetAttributes(fileName.Text(), attributes & ~AttributeReadOnly);
+    if (!CopyFileOver(tmpPath.Text(), fileName.Text()))
+        return false;
+    DeleteFileAt(tmpPath.Text());
+    reader.name.Assign(fileName);
+    return reader.Open(false);
+}
+
+bool CChunkFile::ReadHeader()
+{
+    CChunkGroup root;
+    if (!ReadSignature() || !ReadChunkHeader(root, firstChunkOffset) || root.type != 1 ||
+        !ReadGroupHeader(root, root.offset)) {
+        reader.Close();
+        return false;
+    }
+    openGroups.Clear();
+    if (!PushGroup(root)) {
+        reader.Close();
+        return false;
+    }
+    if (!ScanChildren(*openGroups.Head()->payload)) {
+        reader.Close();
+        openGroups.Clear();
+        return false;
+    }
+    currentGroup = openGroups.Head()->payload;
+    isOpen = true;
+    isWriting = false;
+    return true;
+}
+
+bool CChunkFile::ReadSignature()
+{
+    CTextString bytes(0);
+    const std::uint32_t size = static_cast<std::uint32_t>(signature.Length());
+    if (!reader.Read(bytes, std::uint64_t{0}, size) || !bytes.Equals(signature))
+        return false;
+    if (!reader.ReadBigEndian16(&version, std::uint64_t{size}))
+        return false;
+    firstChunkOffset = size + 2;
+    return true;
+}
+
+// A type that cannot be read leaves the reader open; a length that cannot be read closes it.
+bool CChunkFile::ReadChunkHeader(CChunkHeader& header, std::uint64_t position)
+{
+    if (!reader.ReadBigEndian16(&header.type, position))
+        return false;
+    if (!reader.ReadBigEndian32(&header.length, position + 2)) {
+        reader.Close();
+        return false;
+    }
+    header.offset = position + 6;
+    return true;
+}
+
+// position is the place of the group's id.
+bool CChunkFile::ReadGroupHeader(CChunkGroup& group, std::uint64_t position)
+{
+    std::uint32_t count = 0;
+    if (!reader.ReadBigEndian32(&group.id, position) || !reader.ReadBigEndian32(&count, position + 4)) {
+        reader.Close();
+        return false;
+    }
+    group.childCount = static_cast<std::int32_t>(count);
+    group.offset = position + 8;
+    return true;
+}
+
+// Only the six common bytes of each child are read. However large childCount is, the walk
+// moves at least six bytes a child and so ends at the end of the file.
+bool CChunkFile::ScanChildren(CChunkGroup& group)
+{
+    group.children.Clear();
+    std::uint64_t position = group.offset;
+    const std::uint32_t count = static_cast<std::uint32_t>(group.childCount);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        CChunkHeader child;
+        if (!ReadChunkHeader(child, position))
+            return false;
+        CChunkHeader* copy = HeapNew<CChunkHeader>(child);
+        if (copy && !group.children.Append(copy))
+            HeapDelete(copy);
+        position = child.offset + child.length + (child.type == 1 ? 8 : 0);
+    }
+    return true;
+}
+
+// Only direct children are searched; the first group with the id wins. Every false answer
+// leaves the stack as it was.
+bool CChunkFile::OpenReadGroup(std::uint32_t id)
+{
+    CChunkGroup found;
+    bool match = false;
+    CChainNode<CChunkHeader>* node = currentGroup->children.Head();
+    for (std::int32_t index = 0; node && index < currentGroup->childCount && !match;
+         ++index, node = node->next) {
+        if (node->payload->type != 1)
+            continue;
+        static_cast<CChunkHeader&>(found) = *node->payload;
+        if (!ReadGroupHeader(found, node->payload->offset))
+            return false;
+        match = found.id == id;
+    }
+    if (!match || !PushGroup(found))
+        return false;
+    if (!ScanChildren(*openGroups.Tail()->payload)) {
+        openGroups.Remove(openGroups.Tail());
+        return false;
+    }
+    currentGroup = openGroups.Tail()->payload;
+    return true;
+}
+
+// A group child is delivered as well: its bytes from its id onward.
+bool CChunkFile::ReadLeaf(std::int32_t index, CTextString& out)
+{
+    if (!isOpen || isWriting || !currentGroup || index < 0 || index >= currentGroup->childCount)
+        return false;
+    CChainNode<CChunkHeader>* node = currentGroup->children.ElementAt(index);
+    if (!node || index >= currentGroup->children.Count())
+        return false;   // the record could not be had when the group was opened
+    return reader.Read(out, node->payload->offset, node->payload->length);
+}
+
+bool CChunkFile::CloseReadGroup()
+{
+    DropTopGroup();
+    if (currentGroup)
+        return true;
+    return Close();
+}
+
+bool CChunkFile::CloseReading()
+{
+    bool ok = true;
+    while (!openGroups.IsEmpty()) {
+        if (!CloseGroup()) {
+            ok = false;
+            openGroups.Clear();
+        }
+    }
+    if (!reader.Close())
+        ok = false;
+    currentGroup = nullptr;
+    isOpen = false;
+    inMemory = false;
+    memoryTarget = nullptr;
+    return ok;
+}

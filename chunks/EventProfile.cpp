@@ -1,0 +1,85 @@
+// The profile document: recognising a profile, reading its name, and the scan of the
+// Profiles folder that gives the dialog its catalogue.
+
+#include "chunks/EventProfile.h"
+
+#include "files/FileWalker.h"
+#include "files/Paths.h"
+
+CProfileEntry::~CProfileEntry()
+{
+    if (!cellsAreBorrowed) {
+        for (CChainNode<CProfileCell>* node = cells.Head(); node; node = node->next) {
+            if (node->payload)
+                HeapDelete(node->payload->object);
+        }
+    }
+    cells.Clear();
+    text.MakeEmpty();
+    blocks.Clear();
+}
+
+CEventProfile::CEventProfile()
+    : firstWord(0),
+      firstPairs{{5, 15}, {5, 15}},
+      shortWords{0, 0, 0},
+      secondPairs{{0, 0}, {0, 0}, {0, 0}},
+      shortTriples{{11, 0, 0}, {11, 0, 0}, {11, 0, 0}},
+      byteValue(0),
+      signedWord(-1),
+      tailWords{0, 0},
+      typeTag("EventProfile"),
+      firstText(0),
+      secondText(0),
+      finalByte(0),
+      finalWord(1)
+{
+}
+
+// Group 3 may stand anywhere among the root's children; only child 0 of each group counts.
+CTextString CEventProfile::ReadProfileName(const CTextString& path)
+{
+    CTextString name(0);
+    if (!Open(path.Text()))
+        return name;
+    CTextString type(0);
+    if (!OpenGroup(TypeGroupId) || !ReadLeaf(0, type) || !type.Equals(typeTag)) {
+        Close();
+        return name;
+    }
+    CloseGroup();
+    if (!OpenGroup(NameGroupId)) {
+        Close();
+        return name;
+    }
+    if (!ReadLeaf(0, name))
+        name.MakeEmpty();
+    CloseGroup();
+    Close();
+    return name;
+}
+
+CTextString CEventProfile::GetExtension() const
+{
+    return CTextString(".idprof");
+}
+
+// One document serves every file: ReadProfileName leaves it closed for the next. A file
+// that cannot be opened or is damaged may be replaced by its .tmp twin on the way.
+bool CEventProfile::ListProfiles(CChain<CTextString>& list)
+{
+    list.Clear();
+    CTextString folder = ModuleFolder(nullptr);
+    folder.Append("\\Profiles");
+    CTextString pattern("*");
+    pattern.Append(GetExtension());
+
+    CFileWalker walker(WalkFiles | WalkFullNames, pattern.Text(), folder.Text(), nullptr, false);
+    CWalkEntry entry;
+    while (walker.Next(entry)) {
+        CTextString name = ReadProfileName(entry.name);
+        if (!name.IsEmpty())
+            InsertEntry(list, name);   // a name that cannot be kept is dropped
+    }
+    return true;
+}
