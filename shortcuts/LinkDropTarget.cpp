@@ -17,8 +17,13 @@ CLinkDropTarget::CLinkDropTarget()
       m_shellLink(nullptr),
       m_persistFile(nullptr),
       m_interfacesReady(false),
-      m_owner(nullptr)
+      m_owner(nullptr),
+      m_registered(false),
+      m_dropEffect(DropEffectNone),
+      m_linkSuffix(0),
+      m_droppedPath(0)
 {
+    m_linkSuffix.AppendBytes(".\0l\0n\0k\0\0", 9);
 }
 
 CLinkDropTarget::~CLinkDropTarget()
@@ -92,7 +97,7 @@ bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextStr
                                    const CTextString& workDir, const CTextString& args,
                                    const CChain<CTextString>& profiles)
 {
-    if (!m_shellLink || !m_persistFile)
+    if (!m_shellLink || !m_persistFile || m_linkPath.IsEmpty())
         return false;
     if (SetLinkPath(m_shellLink, parentPath.Text()) != ShellOk)
         return false;
@@ -112,7 +117,7 @@ bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextStr
 
 bool CLinkDropTarget::SaveRestored(const CTextString& target, const CTextString& workDir, const CTextString& args)
 {
-    if (!m_shellLink || !m_persistFile)
+    if (!m_shellLink || !m_persistFile || m_linkPath.IsEmpty())
         return false;
     if (SetLinkPath(m_shellLink, target.Text()) != ShellOk)
         return false;

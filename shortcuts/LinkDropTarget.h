@@ -8,11 +8,18 @@
 // hot key, show command) stays as the file had it; they change the object and the file,
 // never the fields, so a second save finds the same icon location.
 //
+// Drop side (DropReception.cpp): during a drag the first dropped name is taken into
+// m_droppedPath; only a drop moves it into m_linkPath for LoadLink. A drag that leaves or is
+// refused therefore never touches m_linkPath. A drop whose load fails empties m_linkPath,
+// since the link object and the fields no longer describe the shortcut loaded before: a
+// later Save or Restore then writes nothing and answers false, until a load succeeds.
+//
 // m_linkPath is in wide path form (UTF-16 units, low byte first, one zero byte behind): it
 // alone opens the file. Its single-byte form serves only the read-only attribute.
 
 #include <cstdint>
 
+#include "platform/DropTarget.h"
 #include "platform/ShellLink.h"
 #include "text/Chain.h"
 #include "text/TextString.h"
@@ -23,10 +30,10 @@ class CDialog;
 const int LinkBufferSize = 16384;
 const int LinkBufferCapacity = LinkBufferSize - 1;
 
-class CLinkDropTarget {
+class CLinkDropTarget : public COleDropTarget {
 public:
     CLinkDropTarget();
-    ~CLinkDropTarget();   // ReleaseInterfaces, and m_interfacesReady cleared
+    ~CLinkDropTarget() override;   // ReleaseInterfaces, and m_interfacesReady cleared
     CLinkDropTarget(const CLinkDropTarget&) = delete;
     CLinkDropTarget& operator=(const CLinkDropTarget&) = delete;
 
@@ -44,10 +51,19 @@ public:
     // Points the shortcut at the parent program and stores the enhanced line, then writes
     // the file. The dialog passes m_parentPath (the full path of Zelmar.exe; its folder
     // becomes the working folder), m_target, m_targetDir, m_args (in substituted form) and
-    // m_selected. A failing SetPath stops at once and nothing is written; any later failing
+    // m_selected. Without both interfaces or without a path nothing is touched and the
+    // answer is false. A failing SetPath stops at once and nothing is written; any later failing
     // step makes the answer false but the remaining steps still run, the file included.
     bool SaveEnhanced(const CTextString& parentPath, const CTextString& target, const CTextString& workDir,
                       const CTextString& args, const CChain<CTextString>& profiles);
+
+    // The drag: a copy effect for a drag whose first name ends in ".lnk" in any case, none
+    // for anything else or while the interfaces are missing. The key state plays no part.
+    int OnDragEnter(const void* dropFiles, std::size_t size, std::uint32_t keyState) override;
+    int OnDragOver(std::uint32_t keyState) override;
+    // Loads the dropped shortcut and posts AppMessage to the owner, which analyses it once
+    // the drag has ended; a failed load is told to the user and answers false.
+    bool OnDrop(int dropEffect) override;
 
     // Writes the shortcut back to target, workDir and args (already restored; empty texts
     // are passed on, not skipped). No icon location is set: what SaveEnhanced stored stays.
@@ -64,4 +80,13 @@ public:
     PersistFileInterface* m_persistFile; // one reference, owned; null when released
     bool m_interfacesReady;
     CDialog* m_owner;   // not owned; its window is handed to Resolve (null: no owner window)
+    bool m_registered;        // Register succeeded; OnCancel revokes
+    int m_dropEffect;         // decided by OnDragEnter
+    CTextString m_linkSuffix; // ".lnk" as four UTF-16 units and the closing zero byte
+    CTextString m_droppedPath;   // the name of the drag in progress, wide path form
 };
+
+// The first name of a DROPFILES block in wide path form, the name's own bytes only. A wide
+// name ends at the first unit whose low byte is zero; an ANSI byte becomes the unit of the
+// same value. False when the block is too short to hold its header or name.
+bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path);

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <random>
 
+#include "chunks/EventProfile.h"
 #include "platform/Files.h"
 
 namespace fs = std::filesystem;
@@ -100,6 +101,20 @@ void AppFixture::WriteProgramFile(const std::string& relative, const std::string
     fs::create_directories(path.parent_path());
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+void AppFixture::WriteProfile(const std::string& fileName, const std::string& displayName) const
+{
+    CTextString bytes(0);
+    CEventProfile profile;
+    ASSERT_TRUE(profile.BeginMemory(bytes));
+    ASSERT_TRUE(profile.OpenGroup(CEventProfile::TypeGroupId));
+    ASSERT_TRUE(profile.WriteLeaf(CTextString("EventProfile")));
+    ASSERT_TRUE(profile.CloseGroup());
+    ASSERT_TRUE(profile.OpenGroup(CEventProfile::NameGroupId));
+    ASSERT_TRUE(profile.WriteLeaf(CTextString(displayName.c_str())));
+    ASSERT_TRUE(profile.Close());
+    WriteProgramFile("Profiles\\" + fileName, std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
 }
 
 bool AppFixture::ProgramFileExists(const std::string& relative) const
