@@ -1,0 +1,158 @@
+#include "tests/e2e/Dragger.h"
+
+#include <ole2.h>
+#include <shlobj.h>
+
+#include <cstring>
+
+namespace e2e {
+
+namespace {
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// One CF_HDROP block. The objects live on the drag thread's stack for the whole drag, so
+// their references are counted by nobody.
+class CFileData : public IDataObject {
+public:
+    explicit CFileData(std::string bytes) : m_bytes(std::move(bytes)) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDataObject)) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
+    {
+        if (QueryGetData(format) != S_OK)
+            return DV_E_FORMATETC;
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, m_bytes.size());
+        if (!block)
+            return E_OUTOFMEMORY;
+        std::memcpy(GlobalLock(block), m_bytes.data(), m_bytes.size());
+        GlobalUnlock(block);
+        medium->tymed = TYMED_HGLOBAL;
+        medium->hGlobal = block;
+        medium->pUnkForRelease = nullptr;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override
+    {
+        return format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
+    }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override
+    {
+        out->ptd = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override
+    {
+        return OLE_E_ADVISENOTSUPPORTED;
+    }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
+
+private:
+    std::string m_bytes;
+};
+
+// Holds the drag over the target for a few rounds of the loop, so that it is entered and
+// dragged over, then drops.
+class CHeldDrag : public IDropSource {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
+            *object = this;
+            return S_OK;
+        }
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
+    {
+        Sleep(20);
+        return ++m_rounds < 6 ? S_OK : DRAGDROP_S_DROP;
+    }
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+private:
+    int m_rounds = 0;
+};
+
+#pragma GCC diagnostic pop
+
+// DROPFILES, then each name terminated, then one more terminator.
+std::string DropFilesBlock(const std::vector<std::string>& names, bool wide)
+{
+    DROPFILES header = {};
+    header.pFiles = sizeof(header);
+    header.fWide = wide ? TRUE : FALSE;
+    std::string block(reinterpret_cast<const char*>(&header), sizeof(header));
+    const std::string terminator(wide ? 2 : 1, '\0');
+    for (const std::string& name : names) {
+        for (char ch : name) {
+            block += ch;
+            if (wide)
+                block += '\0';
+        }
+        block += terminator;
+    }
+    return block + terminator;
+}
+
+}  // namespace
+
+CDrag::~CDrag()
+{
+    if (m_thread.joinable())
+        m_thread.detach();
+}
+
+void CDrag::Start(HWND window, const std::vector<std::string>& names, bool wide)
+{
+    m_state = std::make_shared<State>();
+    m_state->ended = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    m_thread = std::thread([state = m_state, window, block = DropFilesBlock(names, wide)]() {
+        OleInitialize(nullptr);
+        RECT frame;
+        GetWindowRect(window, &frame);
+        SetForegroundWindow(window);
+        SetCursorPos((frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2);
+        CFileData data(block);
+        CHeldDrag source;
+        DoDragDrop(&data, &source, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
+        OleUninitialize();
+        SetEvent(state->ended);
+    });
+}
+
+bool CDrag::Finish(DWORD timeoutMs, DWORD* effect)
+{
+    if (!m_state || WaitForSingleObject(m_state->ended, timeoutMs) != WAIT_OBJECT_0)
+        return false;
+    m_thread.join();
+    *effect = m_state->effect;
+    return true;
+}
+
+bool DragFiles(HWND window, const std::vector<std::string>& names, bool wide, DWORD* effect)
+{
+    CDrag drag;
+    drag.Start(window, names, wide);
+    return drag.Finish(20000, effect);
+}
+
+}  // namespace e2e

@@ -1,0 +1,45 @@
+#pragma once
+// A real OLE drag of file names from the check's process onto a window of another process.
+//
+// The drag runs on a thread of its own, so that the check can go on while the target is
+// still inside its drop, for instance to answer a message box that the drop shows. The
+// source holds the "button" for a few rounds of the drag loop over the window's centre,
+// then drops there; no mouse button is needed.
+
+#include <windows.h>
+#include <ole2.h>
+
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace e2e {
+
+class CDrag {
+public:
+    CDrag() = default;
+    CDrag(const CDrag&) = delete;
+    CDrag& operator=(const CDrag&) = delete;
+    ~CDrag();   // a drag that never ended is left to itself
+
+    // Starts dragging names (single-byte paths), as UTF-16 or as ANSI names, onto window.
+    void Start(HWND window, const std::vector<std::string>& names, bool wide);
+    // Waits for the drag to end; true when it ended in time. effect: what the target answered.
+    [[nodiscard]] bool Finish(DWORD timeoutMs, DWORD* effect);
+
+private:
+    // Shared with the drag thread, which may outlive a check that gave up on it.
+    struct State {
+        HANDLE ended = nullptr;
+        DWORD effect = DROPEFFECT_NONE;
+        ~State() { if (ended) CloseHandle(ended); }
+    };
+    std::shared_ptr<State> m_state;
+    std::thread m_thread;
+};
+
+// A whole drag: Start, then Finish within the time a drop takes.
+[[nodiscard]] bool DragFiles(HWND window, const std::vector<std::string>& names, bool wide, DWORD* effect);
+
+}  // namespace e2e
