@@ -5,6 +5,7 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <functional>
 #include <string>
@@ -98,6 +99,16 @@ protected:
             ++index;
         ASSERT_LT(index, static_cast<int>(entries.size())) << name;
         SendMessageA(e2e::Item(dialog, IDC_PROFILE_COMBO), CB_SETCURSEL, index, 0);
+    }
+
+    // Drops the shortcut, adds one profile and saves; true once Save has gone through.
+    bool DropAddAndSave(const std::string& profile)
+    {
+        DWORD effect = 0;
+        if (!e2e::DragFiles(dialog, {link}, true, &effect) || !WaitUntil([&] { return Enabled(IDC_ADD); }))
+            return false;
+        Pick(profile);
+        return e2e::Press(dialog, IDC_ADD) && WaitUntil([&] { return Enabled(IDOK); }) && e2e::Press(dialog, IDOK);
     }
 
     int Rows() const
@@ -196,6 +207,61 @@ TEST_F(RoadTest, RefusedDropsChangeNothing)
     EXPECT_EQ(DropExpectingBox(installation.Path("Links\\Broken.lnk"), "Load Failure"),
               "Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the "
               "target program was not deleted or moved, and try again.");
+    EXPECT_FALSE(installation.Exists("ShortcutList"));
+}
+
+// Other quote characters, a read-only shortcut, and the saved shortcut started through the
+// shell: the parent program gets exactly the line that was saved.
+TEST_F(RoadTest, AReadOnlyShortcutIsEnhancedWithTheChosenQuotesAndStartsTheParent)
+{
+    ASSERT_TRUE(installation.WriteFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n"));
+    game.readOnly = true;
+    ASSERT_EQ(e2e::WriteShortcut(link, game), S_OK);
+    StartProgram();
+    ASSERT_TRUE(DropAddAndSave("Flight Yoke"));
+    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_RESTORE); })) << "Save did not finish";
+
+    e2e::ShortcutFacts saved;
+    ASSERT_EQ(e2e::ReadShortcut(link, &saved), S_OK);
+    EXPECT_FALSE(saved.readOnly);
+    const std::string line = "profile=\"Flight Yoke\" target=\"" + game.target + "\" targetDir=\"" + game.workDir +
+                             "\" args=\"-map {C:\\My Maps\\one.map} -fast\"";
+    EXPECT_EQ(saved.arguments, line);
+
+    const HINSTANCE started = ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    ASSERT_GT(reinterpret_cast<INT_PTR>(started), 32);
+    ASSERT_TRUE(WaitUntil([&] { return installation.Exists("Zelmar.log"); })) << "the parent did not start";
+    Sleep(500);
+    const std::string log = ReadBytes(installation.Path("Zelmar.log"));
+    EXPECT_NE(log.find(" " + line + "\r\n"), std::string::npos) << log;
+}
+
+// A shortcut that cannot be written: the message, and nothing changes in the dialog.
+TEST_F(RoadTest, AFailedSaveShowsTheWriteErrorAndKeepsSaveOn)
+{
+    StartProgram();
+    DWORD effect = 0;
+    ASSERT_TRUE(e2e::DragFiles(dialog, {link}, true, &effect));
+    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_ADD); }));
+    Pick("Racing Wheel");
+    ASSERT_TRUE(e2e::Press(dialog, IDC_ADD));
+    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDOK); }));
+    // A folder where the shortcut was: the shell cannot write the file.
+    ASSERT_TRUE(DeleteFileA(link.c_str()));
+    ASSERT_TRUE(CreateDirectoryA(link.c_str(), nullptr));
+
+    ASSERT_TRUE(e2e::Press(dialog, IDOK));
+    const HWND box = run.WaitForWindow("Shortcut Write Error", 15000);
+    ASSERT_NE(box, nullptr);
+    e2e::MessageBoxFacts facts;
+    ASSERT_TRUE(e2e::ReadMessageBox(box, &facts));
+    EXPECT_EQ(facts.text, "There was an unknown problem while trying to modify this shortcut. Try again or modify the "
+                          "shortcut by hand.");
+    EXPECT_STREQ(e2e::MessageIconName(facts.icon), "exclamation");
+    ASSERT_TRUE(e2e::Press(box, IDOK));
+    ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }));
+    EXPECT_TRUE(Enabled(IDOK));
+    EXPECT_FALSE(Enabled(IDC_RESTORE));
     EXPECT_FALSE(installation.Exists("ShortcutList"));
 }
 
