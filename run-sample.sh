@@ -5,7 +5,9 @@
 #
 # With DISPLAY set, the desktop opens on that display and the run lasts until Linkwright is
 # closed. Without one, it runs under Xvfb: it waits for the dialog, saves a picture of the
-# screen to build/windows/artifacts/sample-run.png, prints that path and closes Linkwright.
+# screen to build/windows/artifacts/sample-run.png and prints that path; then it drags the
+# sample shortcut Racer.lnk onto the dialog, adds a profile, saves and restores, printing the
+# shortcut before, after Save and after Restore; and it closes Linkwright.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -59,6 +61,14 @@ xvfb-run -a -s "-screen 0 1024x768x24" bash -euo pipefail -c '
   fi
   sleep 2   # let it finish painting
   import -window root "$picture"
+  report="$sample/road.txt"
+  rm -f "$report"
+  wine explorer "$desktop" "$(winpath "$tools/sample_road.exe")" "$(winpath "$sample/Shortcuts/Racer.lnk")" \
+    "Racing Wheel" "$(winpath "$report")" >/dev/null 2>&1 &
+  for _ in $(seq 1 240); do [ -s "$report" ] && break; sleep 0.5; done
+  sleep 0.5   # written in one go; let it be closed
+  echo "The sample shortcut Racer.lnk, enhanced with \"Racing Wheel\" and restored:"
+  tr -d "\r" < "$report" 2>/dev/null || echo "sample_road wrote no report." >&2
   status="$(await -timeout 20 -close)"
   [ "$status" = closed ] || echo "Linkwright did not close ($status)." >&2
   wineserver -k 2>/dev/null || true

@@ -100,17 +100,37 @@ bool CChunkFile::Open(const char* path)
 
 bool CChunkFile::Recover()
 {
-    CTextString tmpPath = fileName.Concat(".tmp");
-    if (!PathExists(tmpPath.Text()))
+    if (!PathExists(fileName.Concat(".tmp").Text()) || !TakeOverTmpTwin())
         return false;
-    std::uint32_t attributes = GetAttributes(fileName.Text());
+    reader.name.Assign(fileName);
+    return reader.Open(false);
+}
+
+// The .tmp twin is copied over the main file, read-only or not, and deleted once copied.
+// A failed copy leaves both where they are.
+bool CChunkFile::TakeOverTmpTwin()
+{
+    const CTextString tmpPath = fileName.Concat(".tmp");
+    const std::uint32_t attributes = GetAttributes(fileName.Text());
     if (attributes != InvalidAttributes)
         SetAttributes(fileName.Text(), attributes & ~AttributeReadOnly);
     if (!CopyFileOver(tmpPath.Text(), fileName.Text()))
         return false;
     DeleteFileAt(tmpPath.Text());
-    reader.name.Assign(fileName);
-    return reader.Open(false);
+    return true;
+}
+
+// Closes every open group, innermost first; the last one closes the file.
+bool CChunkFile::CloseAllGroups()
+{
+    bool ok = true;
+    while (!openGroups.IsEmpty()) {
+        if (!CloseGroup()) {
+            ok = false;
+            openGroups.Clear();
+        }
+    }
+    return ok;
 }
 
 bool CChunkFile::ReadHeader()
@@ -241,13 +261,7 @@ bool CChunkFile::CloseReadGroup()
 
 bool CChunkFile::CloseReading()
 {
-    bool ok = true;
-    while (!openGroups.IsEmpty()) {
-        if (!CloseGroup()) {
-            ok = false;
-            openGroups.Clear();
-        }
-    }
+    bool ok = CloseAllGroups();
     if (!reader.Close())
         ok = false;
     currentGroup = nullptr;

@@ -105,6 +105,8 @@ private:
 
     bool PushGroup(const CChunkGroup& group);
     void DropTopGroup();
+    bool CloseAllGroups();
+    bool TakeOverTmpTwin();
 
     bool isOpen;
     bool isWriting;

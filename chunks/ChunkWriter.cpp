@@ -156,27 +156,13 @@ bool CChunkFile::CloseWriteGroup()
 
 bool CChunkFile::CloseWriting()
 {
-    bool ok = true;
-    while (!openGroups.IsEmpty()) {
-        if (!CloseGroup()) {
-            ok = false;
-            openGroups.Clear();
-        }
-    }
+    bool ok = CloseAllGroups();
     if (writeHandle != InvalidFileHandle) {
         if (!CloseFile(writeHandle))
             writeFailed = true;
         writeHandle = InvalidFileHandle;
-        if (!writeFailed && replaceOnClose) {
-            CTextString tmpPath = fileName.Concat(".tmp");
-            std::uint32_t attributes = GetAttributes(fileName.Text());
-            if (attributes != InvalidAttributes)
-                SetAttributes(fileName.Text(), attributes & ~AttributeReadOnly);
-            if (CopyFileOver(tmpPath.Text(), fileName.Text()))
-                DeleteFileAt(tmpPath.Text());
-            else
-                writeFailed = true;
-        }
+        if (!writeFailed && replaceOnClose && !TakeOverTmpTwin())
+            writeFailed = true;
     }
     if (writeFailed)
         ok = false;

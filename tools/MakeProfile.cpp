@@ -12,6 +12,7 @@
 #include <cstring>
 
 #include "chunks/EventProfile.h"
+#include "platform/Files.h"
 
 namespace {
 
@@ -104,7 +105,8 @@ int main(int argc, char** argv)
     if (ok && options.extras)
         ok = WriteOtherGroup(profile, "after");
     if (!profile.Close() || !ok) {
-        std::fprintf(stderr, "make_profile: could not write %s\n", options.file);
+        std::fprintf(stderr, "make_profile: could not write %s (error %u)\n", options.file,
+                     static_cast<unsigned>(LastFileError()));
         return 1;
     }
     return 0;

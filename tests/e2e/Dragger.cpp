@@ -12,60 +12,6 @@ namespace {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// One CF_HDROP block. The objects live on the drag thread's stack for the whole drag, so
-// their references are counted by nobody.
-class CFileData : public IDataObject {
-public:
-    explicit CFileData(std::string bytes) : m_bytes(std::move(bytes)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDataObject)) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
-    {
-        if (QueryGetData(format) != S_OK)
-            return DV_E_FORMATETC;
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, m_bytes.size());
-        if (!block)
-            return E_OUTOFMEMORY;
-        std::memcpy(GlobalLock(block), m_bytes.data(), m_bytes.size());
-        GlobalUnlock(block);
-        medium->tymed = TYMED_HGLOBAL;
-        medium->hGlobal = block;
-        medium->pUnkForRelease = nullptr;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override
-    {
-        return format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
-    }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override
-    {
-        out->ptd = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override
-    {
-        return OLE_E_ADVISENOTSUPPORTED;
-    }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
-
-private:
-    std::string m_bytes;
-};
-
 // Holds the drag over the target for a few rounds of the loop, so that it is entered and
 // dragged over, then drops.
 class CHeldDrag : public IDropSource {
@@ -94,7 +40,46 @@ private:
 
 #pragma GCC diagnostic pop
 
-// DROPFILES, then each name terminated, then one more terminator.
+}  // namespace
+
+CFileData::CFileData(std::string bytes) : m_bytes(std::move(bytes)) {}
+
+HRESULT STDMETHODCALLTYPE CFileData::QueryInterface(REFIID iid, void** object)
+{
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDataObject)) {
+        *object = this;
+        return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+HRESULT STDMETHODCALLTYPE CFileData::GetData(FORMATETC* format, STGMEDIUM* medium)
+{
+    if (QueryGetData(format) != S_OK)
+        return DV_E_FORMATETC;
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, m_bytes.size());
+    if (!block)
+        return E_OUTOFMEMORY;
+    std::memcpy(GlobalLock(block), m_bytes.data(), m_bytes.size());
+    GlobalUnlock(block);
+    medium->tymed = TYMED_HGLOBAL;
+    medium->hGlobal = block;
+    medium->pUnkForRelease = nullptr;
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE CFileData::QueryGetData(FORMATETC* format)
+{
+    return format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
+}
+
+HRESULT STDMETHODCALLTYPE CFileData::GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out)
+{
+    out->ptd = nullptr;
+    return E_NOTIMPL;
+}
+
 std::string DropFilesBlock(const std::vector<std::string>& names, bool wide)
 {
     DROPFILES header = {};
@@ -113,7 +98,6 @@ std::string DropFilesBlock(const std::vector<std::string>& names, bool wide)
     return block + terminator;
 }
 
-}  // namespace
 
 CDrag::~CDrag()
 {

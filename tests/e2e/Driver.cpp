@@ -359,6 +359,22 @@ int ComboCurrent(HWND combo)
     return current == CB_ERR ? -1 : static_cast<int>(current);
 }
 
+bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs)
+{
+    const DWORD start = GetTickCount();
+    while (!condition()) {
+        if (GetTickCount() - start >= timeoutMs)
+            return false;
+        Sleep(50);
+    }
+    return true;
+}
+
+bool WaitIdle(HWND window)
+{
+    return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr) != 0;
+}
+
 bool Press(HWND dialog, int id)
 {
     const HWND button = Item(dialog, id);

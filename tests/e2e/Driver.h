@@ -8,6 +8,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,12 @@ struct MessageBoxFacts {
 // Reads a message box window. The icon is told from its pixels on the screen against the
 // system's own icons, so the box must be in front and drawn.
 [[nodiscard]] bool ReadMessageBox(HWND box, MessageBoxFacts* facts);
+
+// Polls condition until it holds, for timeoutMs at the most.
+[[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs = 15000);
+// True once the window's thread has finished the handler it is in: a sent message is taken
+// up only between two handlers.
+[[nodiscard]] bool WaitIdle(HWND window);
 
 // Saves the window as it is on the screen to a 24-bit .bmp file.
 [[nodiscard]] bool SaveWindowPicture(HWND window, const std::string& bmpPath);

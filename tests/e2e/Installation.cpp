@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cstdio>
+
 #include "tests/e2e/Driver.h"
 
 // The build hands in where it put the programs, as paths of the host.
@@ -34,11 +36,20 @@ void RemoveTree(const std::string& folder)
 }
 
 // Runs a console tool to its end; true if it ended with 0 within a minute.
+// A tool that fails says so on the check's error output, with its exit code.
 bool RunTool(const std::string& exePath, const std::string& arguments)
 {
     CProgramRun run;
-    if (!run.Start(exePath, arguments, std::string()) || !run.WaitForEnd(60000))
+    if (!run.Start(exePath, arguments, std::string())) {
+        std::fprintf(stderr, "could not start %s (error %lu)\n", exePath.c_str(), GetLastError());
         return false;
+    }
+    if (!run.WaitForEnd(60000)) {
+        std::fprintf(stderr, "%s %s did not end\n", exePath.c_str(), arguments.c_str());
+        return false;
+    }
+    if (run.ExitCode() != 0)
+        std::fprintf(stderr, "%s %s ended with %lu\n", exePath.c_str(), arguments.c_str(), run.ExitCode());
     return run.ExitCode() == 0;
 }
 

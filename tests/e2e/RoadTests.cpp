@@ -7,7 +7,6 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,17 +25,6 @@ const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 const char kNotice[] =
     " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
     "will not be able to restore these shortcuts if you uninstall.\r\n";
-
-bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs = 15000)
-{
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start >= timeoutMs)
-            return false;
-        Sleep(50);
-    }
-    return true;
-}
 
 std::string ReadBytes(const std::string& path)
 {
@@ -63,6 +51,7 @@ protected:
         ASSERT_TRUE(installation.AddParent());
         ASSERT_TRUE(installation.AddProfile("wheel.idprof", "Racing Wheel"));
         ASSERT_TRUE(installation.AddProfile("yoke.idprof", "Flight Yoke"));
+        ASSERT_TRUE(installation.AddProfile("stick.idprof", "Arcade Stick"));
         ASSERT_TRUE(installation.AddFolder("Games"));
         ASSERT_TRUE(installation.AddGame("Games\\Racer.exe"));
         ASSERT_TRUE(installation.AddFolder("Links"));
@@ -89,6 +78,13 @@ protected:
         }
     }
 
+    // The window as it is on the screen now, kept for people as <name>.bmp.
+    void Picture(HWND window, const std::string& name) const
+    {
+        Sleep(300);   // let it finish painting
+        EXPECT_TRUE(e2e::SaveWindowPicture(window, e2e::ArtifactFolder() + "\\" + name + ".bmp")) << name;
+    }
+
     bool Enabled(int id) const { return e2e::IsItemEnabled(dialog, id); }
 
     void Pick(const std::string& name)
@@ -105,15 +101,23 @@ protected:
     bool DropAddAndSave(const std::string& profile)
     {
         DWORD effect = 0;
-        if (!e2e::DragFiles(dialog, {link}, true, &effect) || !WaitUntil([&] { return Enabled(IDC_ADD); }))
+        if (!e2e::DragFiles(dialog, {link}, true, &effect) || !e2e::WaitUntil([&] { return Enabled(IDC_ADD); }))
             return false;
-        Pick(profile);
-        return e2e::Press(dialog, IDC_ADD) && WaitUntil([&] { return Enabled(IDOK); }) && e2e::Press(dialog, IDOK);
+        return Add(profile) && e2e::Press(dialog, IDOK);
     }
 
     int Rows() const
     {
         return static_cast<int>(SendMessageA(e2e::Item(dialog, IDC_SELECTED_LIST), LVM_GETITEMCOUNT, 0, 0));
+    }
+
+    // Picks a profile and presses Add, then waits for its row. The press is posted while the
+    // pick is sent, and a sent message overtakes a posted one: a second pick must wait.
+    bool Add(const std::string& name)
+    {
+        const int before = Rows();
+        Pick(name);
+        return e2e::Press(dialog, IDC_ADD) && e2e::WaitUntil([&] { return Rows() == before + 1; });
     }
 
     // A drop whose analysis shows a message box: the box's text, answered with OK.
@@ -138,22 +142,31 @@ protected:
     std::string link;
 };
 
+// Pictures of every state and of the help dialog are taken on the way.
 TEST_F(RoadTest, DropSaveDropAgainAndRestore)
 {
     StartProgram();
+    Picture(dialog, "state-empty");
+    ASSERT_TRUE(e2e::Press(dialog, IDC_HELP_BUTTON));
+    const HWND help = run.WaitForWindow("Help for Linkwright", 15000);
+    ASSERT_NE(help, nullptr);
+    Picture(help, "help-dialog");
+    ASSERT_TRUE(e2e::Press(help, IDOK));
+    ASSERT_TRUE(e2e::WaitUntil([&] { return !IsWindow(help); }));
+
     DWORD effect = 0;
     ASSERT_TRUE(e2e::DragFiles(dialog, {link}, true, &effect));
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
-    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_ADD); })) << "the dropped shortcut was not taken";
+    ASSERT_TRUE(e2e::WaitUntil([&] { return Enabled(IDC_ADD); })) << "the dropped shortcut was not taken";
     EXPECT_EQ(e2e::WindowText(e2e::Item(dialog, IDC_SHORTCUT_NAME)), "Racer");
+    Picture(dialog, "state-plain");
 
-    Pick("Racing Wheel");
-    ASSERT_TRUE(e2e::Press(dialog, IDC_ADD));
-    Pick("Flight Yoke");
-    ASSERT_TRUE(e2e::Press(dialog, IDC_ADD));
-    ASSERT_TRUE(WaitUntil([&] { return Rows() == 2 && Enabled(IDOK); }));
+    ASSERT_TRUE(Add("Racing Wheel"));
+    ASSERT_TRUE(Add("Flight Yoke"));
+    EXPECT_TRUE(Enabled(IDOK));
+    Picture(dialog, "state-picking");
     ASSERT_TRUE(e2e::Press(dialog, IDOK));
-    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_RESTORE); })) << "Save did not finish";
+    ASSERT_TRUE(e2e::WaitUntil([&] { return Enabled(IDC_RESTORE); }) && e2e::WaitIdle(dialog)) << "Save did not finish";
 
     e2e::ShortcutFacts saved;
     ASSERT_EQ(e2e::ReadShortcut(link, &saved), S_OK);
@@ -166,10 +179,15 @@ TEST_F(RoadTest, DropSaveDropAgainAndRestore)
     EXPECT_EQ(ReadBytes(installation.Path("ShortcutList.txt")), std::string("1 Shortcut") + kNotice + "\r\n" + link);
 
     ASSERT_TRUE(e2e::DragFiles(dialog, {link}, false, &effect));
-    ASSERT_TRUE(WaitUntil([&] { return Rows() == 2 && e2e::IsItemVisible(dialog, IDC_ENABLED_LABEL); }))
+    ASSERT_TRUE(e2e::WaitUntil([&] { return Rows() == 2 && e2e::IsItemVisible(dialog, IDC_ENABLED_LABEL); }))
         << "the enhanced shortcut was not recognised";
+    Picture(dialog, "state-enhanced");
+    // A change that Restore throws away.
+    ASSERT_TRUE(Add("Arcade Stick"));
+    EXPECT_TRUE(Enabled(IDOK));
+    Picture(dialog, "state-edited");
     ASSERT_TRUE(e2e::Press(dialog, IDC_RESTORE));
-    ASSERT_TRUE(WaitUntil([&] { return !Enabled(IDC_RESTORE); })) << "Restore did not finish";
+    ASSERT_TRUE(e2e::WaitUntil([&] { return !Enabled(IDC_RESTORE); }) && e2e::WaitIdle(dialog)) << "Restore did not finish";
 
     e2e::ShortcutFacts restored;
     ASSERT_EQ(e2e::ReadShortcut(link, &restored), S_OK);
@@ -178,8 +196,6 @@ TEST_F(RoadTest, DropSaveDropAgainAndRestore)
     EXPECT_EQ(restored.workDir, game.workDir);
     EXPECT_EQ(ReadBytes(installation.Path("ShortcutList")), "");
     EXPECT_EQ(ReadBytes(installation.Path("ShortcutList.txt")), std::string("0 Shortcuts") + kNotice);
-    Sleep(300);
-    EXPECT_TRUE(e2e::SaveWindowPicture(dialog, e2e::ArtifactFolder() + "\\linkwright-restored.bmp"));
 }
 
 TEST_F(RoadTest, RefusedDropsChangeNothing)
@@ -219,7 +235,7 @@ TEST_F(RoadTest, AReadOnlyShortcutIsEnhancedWithTheChosenQuotesAndStartsTheParen
     ASSERT_EQ(e2e::WriteShortcut(link, game), S_OK);
     StartProgram();
     ASSERT_TRUE(DropAddAndSave("Flight Yoke"));
-    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_RESTORE); })) << "Save did not finish";
+    ASSERT_TRUE(e2e::WaitUntil([&] { return Enabled(IDC_RESTORE); }) && e2e::WaitIdle(dialog)) << "Save did not finish";
 
     e2e::ShortcutFacts saved;
     ASSERT_EQ(e2e::ReadShortcut(link, &saved), S_OK);
@@ -230,7 +246,7 @@ TEST_F(RoadTest, AReadOnlyShortcutIsEnhancedWithTheChosenQuotesAndStartsTheParen
 
     const HINSTANCE started = ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     ASSERT_GT(reinterpret_cast<INT_PTR>(started), 32);
-    ASSERT_TRUE(WaitUntil([&] { return installation.Exists("Zelmar.log"); })) << "the parent did not start";
+    ASSERT_TRUE(e2e::WaitUntil([&] { return installation.Exists("Zelmar.log"); })) << "the parent did not start";
     Sleep(500);
     const std::string log = ReadBytes(installation.Path("Zelmar.log"));
     EXPECT_NE(log.find(" " + line + "\r\n"), std::string::npos) << log;
@@ -242,10 +258,8 @@ TEST_F(RoadTest, AFailedSaveShowsTheWriteErrorAndKeepsSaveOn)
     StartProgram();
     DWORD effect = 0;
     ASSERT_TRUE(e2e::DragFiles(dialog, {link}, true, &effect));
-    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_ADD); }));
-    Pick("Racing Wheel");
-    ASSERT_TRUE(e2e::Press(dialog, IDC_ADD));
-    ASSERT_TRUE(WaitUntil([&] { return Enabled(IDOK); }));
+    ASSERT_TRUE(e2e::WaitUntil([&] { return Enabled(IDC_ADD); }));
+    ASSERT_TRUE(Add("Racing Wheel"));
     // A folder where the shortcut was: the shell cannot write the file.
     ASSERT_TRUE(DeleteFileA(link.c_str()));
     ASSERT_TRUE(CreateDirectoryA(link.c_str(), nullptr));
@@ -259,7 +273,7 @@ TEST_F(RoadTest, AFailedSaveShowsTheWriteErrorAndKeepsSaveOn)
                           "shortcut by hand.");
     EXPECT_STREQ(e2e::MessageIconName(facts.icon), "exclamation");
     ASSERT_TRUE(e2e::Press(box, IDOK));
-    ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }));
+    ASSERT_TRUE(e2e::WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }) && e2e::WaitIdle(dialog));
     EXPECT_TRUE(Enabled(IDOK));
     EXPECT_FALSE(Enabled(IDC_RESTORE));
     EXPECT_FALSE(installation.Exists("ShortcutList"));

@@ -13,6 +13,7 @@
 #include "app/Resource.h"
 #include "platform/Dialog.h"
 #include "platform/DropTarget.h"
+#include "tests/e2e/Dragger.h"
 
 namespace {
 
@@ -55,55 +56,6 @@ TEST(DropTargetWine, RegistersOncePerWindowAndOnlyWithOle)
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
-// One CF_HDROP block; the objects live on the stack of the test, so references are
-// counted but never free anything.
-class CFileData : public IDataObject {
-public:
-    explicit CFileData(const std::vector<unsigned char>& bytes_) : bytes(bytes_) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDataObject)) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
-    {
-        if (QueryGetData(format) != S_OK)
-            return DV_E_FORMATETC;
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-        memcpy(GlobalLock(block), bytes.data(), bytes.size());
-        GlobalUnlock(block);
-        medium->tymed = TYMED_HGLOBAL;
-        medium->hGlobal = block;
-        medium->pUnkForRelease = nullptr;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override
-    {
-        return format->cfFormat == CF_HDROP && (format->tymed & TYMED_HGLOBAL) ? S_OK : DV_E_FORMATETC;
-    }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override
-    {
-        out->ptd = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
-
-private:
-    std::vector<unsigned char> bytes;
-};
 
 // Lets the drag loop run a few rounds with the left button "held", then drops.
 class CShortDrag : public IDropSource {
@@ -157,7 +109,7 @@ public:
 class CDragDialog : public CDialog {
 public:
     CDragDialog(const std::vector<unsigned char>& bytes, DWORD allowed_)
-        : CDialog(IDD_LINKWRIGHT_DIALOG), data(bytes), allowed(allowed_) {}
+        : CDialog(IDD_LINKWRIGHT_DIALOG), data(std::string(bytes.begin(), bytes.end())), allowed(allowed_) {}
 
     bool OnInitDialog() override
     {
@@ -178,7 +130,7 @@ public:
         EndDialog(IdCancel);
     }
 
-    CFileData data;
+    e2e::CFileData data;
     CShortDrag source;
     DWORD allowed;
     CRecordingTarget target;
