@@ -120,6 +120,15 @@ bool CChunkFile::TakeOverTmpTwin()
     return true;
 }
 
+// isWriting keeps its value until the next Open or Begin.
+void CChunkFile::MarkClosed()
+{
+    currentGroup = nullptr;
+    isOpen = false;
+    inMemory = false;
+    memoryTarget = nullptr;
+}
+
 // Closes every open group, innermost first; the last one closes the file.
 bool CChunkFile::CloseAllGroups()
 {
@@ -264,9 +273,6 @@ bool CChunkFile::CloseReading()
     bool ok = CloseAllGroups();
     if (!reader.Close())
         ok = false;
-    currentGroup = nullptr;
-    isOpen = false;
-    inMemory = false;
-    memoryTarget = nullptr;
+    MarkClosed();
     return ok;
 }

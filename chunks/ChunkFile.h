@@ -106,6 +106,7 @@ private:
     bool PushGroup(const CChunkGroup& group);
     void DropTopGroup();
     bool CloseAllGroups();
+    void MarkClosed();
     bool TakeOverTmpTwin();
 
     bool isOpen;

@@ -166,9 +166,6 @@ bool CChunkFile::CloseWriting()
     }
     if (writeFailed)
         ok = false;
-    currentGroup = nullptr;
-    isOpen = false;
-    inMemory = false;
-    memoryTarget = nullptr;
+    MarkClosed();
     return ok;
 }

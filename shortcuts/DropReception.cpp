@@ -21,10 +21,10 @@ const char LoadFailureText[] =
     "Could not load or resolve the link for this shortcut.\r\n\r\n"
     "Make sure it's not in use, that the target program was not deleted or moved, and try again.";
 
-}   // namespace
-
-// The block ends where size says, whatever the name list claims: a name that runs to the
-// end of the block ends there.
+// The first name of a DROPFILES block in wide path form, the name's own bytes only. A wide
+// name ends at the first unit whose low byte is zero; an ANSI byte becomes the unit of the
+// same value. The block ends where size says, whatever the name list claims. False when the
+// block is too short to hold its header or name.
 bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path)
 {
     path.MakeEmpty();
@@ -47,6 +47,8 @@ bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path
     }
     return true;
 }
+
+}   // namespace
 
 // Each drag decides anew. The name waits in m_droppedPath until the drop.
 int CLinkDropTarget::OnDragEnter(const void* dropFiles, std::size_t size, std::uint32_t /*keyState*/)

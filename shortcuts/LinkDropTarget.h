@@ -86,7 +86,3 @@ public:
     CTextString m_droppedPath;   // the name of the drag in progress, wide path form
 };
 
-// The first name of a DROPFILES block in wide path form, the name's own bytes only. A wide
-// name ends at the first unit whose low byte is zero; an ANSI byte becomes the unit of the
-// same value. False when the block is too short to hold its header or name.
-bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path);

@@ -7,40 +7,21 @@
 
 namespace e2e {
 
-namespace {
-
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
-// Holds the drag over the target for a few rounds of the loop, so that it is entered and
-// dragged over, then drops.
-class CHeldDrag : public IDropSource {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
+HRESULT STDMETHODCALLTYPE CHeldDrag::QueryInterface(REFIID iid, void** object)
+{
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
+        *object = this;
+        return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
-    {
-        Sleep(20);
-        return ++m_rounds < 6 ? S_OK : DRAGDROP_S_DROP;
-    }
-    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
 
-private:
-    int m_rounds = 0;
-};
-
-#pragma GCC diagnostic pop
-
-}  // namespace
+HRESULT STDMETHODCALLTYPE CHeldDrag::QueryContinueDrag(BOOL, DWORD)
+{
+    Sleep(20);
+    return ++m_rounds < 6 ? S_OK : DRAGDROP_S_DROP;
+}
 
 CFileData::CFileData(std::string bytes) : m_bytes(std::move(bytes)) {}
 

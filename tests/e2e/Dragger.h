@@ -2,9 +2,8 @@
 // A real OLE drag of file names from the check's process onto a window of another process.
 //
 // The drag runs on a thread of its own, so that the check can go on while the target is
-// still inside its drop, for instance to answer a message box that the drop shows. The
-// source holds the "button" for a few rounds of the drag loop over the window's centre,
-// then drops there; no mouse button is needed.
+// still inside its drop, for instance to answer a message box that the drop shows. It is
+// held over the window's centre and dropped there.
 
 #include <windows.h>
 #include <ole2.h>
@@ -40,6 +39,20 @@ public:
 
 private:
     std::string m_bytes;
+};
+
+// Holds the drag for a few rounds of the loop, so that the target under the pointer is
+// entered and dragged over, then drops; no mouse button is needed.
+class CHeldDrag : public IDropSource {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override;
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+private:
+    int m_rounds = 0;
 };
 
 #pragma GCC diagnostic pop

@@ -54,34 +54,6 @@ TEST(DropTargetWine, RegistersOncePerWindowAndOnlyWithOle)
     EXPECT_TRUE(dialog.again);
 }
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
-// Lets the drag loop run a few rounds with the left button "held", then drops.
-class CShortDrag : public IDropSource {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
-            *object = this;
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
-    {
-        return ++rounds < 4 ? S_OK : DRAGDROP_S_DROP;
-    }
-    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
-
-private:
-    int rounds = 0;
-};
-
-#pragma GCC diagnostic pop
 
 // Answers "copy" to every drag and records what reached it.
 class CRecordingTarget : public COleDropTarget {
@@ -131,7 +103,7 @@ public:
     }
 
     e2e::CFileData data;
-    CShortDrag source;
+    e2e::CHeldDrag source;
     DWORD allowed;
     CRecordingTarget target;
     HRESULT started = E_FAIL;
