@@ -9,16 +9,6 @@ namespace {
 constexpr DWORD kPollMs = 50;
 constexpr UINT kMessageTimeoutMs = 5000;
 
-// A message to a window of another process, given up after a while so that a hung program
-// fails the check instead of stopping it.
-LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    DWORD_PTR result = 0;
-    if (!SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kMessageTimeoutMs, &result))
-        return -1;
-    return static_cast<LRESULT>(result);
-}
-
 LRESULT AskWide(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     DWORD_PTR result = 0;
@@ -303,6 +293,14 @@ HWND CProgramRun::WaitForWindow(const std::string& title, DWORD timeoutMs) const
     }
 }
 
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    DWORD_PTR result = 0;
+    if (!SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kMessageTimeoutMs, &result))
+        return -1;
+    return static_cast<LRESULT>(result);
+}
+
 std::string WindowText(HWND window)
 {
     const LRESULT length = Ask(window, WM_GETTEXTLENGTH, 0, 0);
@@ -373,14 +371,6 @@ bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs)
 bool WaitIdle(HWND window)
 {
     return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr) != 0;
-}
-
-bool Press(HWND dialog, int id)
-{
-    const HWND button = Item(dialog, id);
-    if (!button || !IsWindowVisible(button) || !IsWindowEnabled(button))
-        return false;
-    return PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(button)) != 0;
 }
 
 const char* MessageIconName(MessageIcon icon)

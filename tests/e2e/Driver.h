@@ -42,6 +42,10 @@ private:
     PROCESS_INFORMATION m_process{};
 };
 
+// A message to a window of another process, given up after a few seconds (then -1) so that
+// a hung program fails the check instead of stopping it.
+LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
 std::string WindowText(HWND window);
 std::string WindowClass(HWND window);
 
@@ -54,10 +58,6 @@ bool IsItemVisible(HWND dialog, int id);
 // (-1 for none).
 std::vector<std::string> ComboEntries(HWND combo);
 int ComboCurrent(HWND combo);
-
-// Presses a push button as a click would: the dialog gets BN_CLICKED from that button.
-// False if the button is missing, hidden or disabled, which a person could not press either.
-[[nodiscard]] bool Press(HWND dialog, int id);
 
 // What a standard message box shows.
 enum class MessageIcon { None, Exclamation, Hand, Question, Asterisk, Unknown };

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/Resource.h"
+#include "tests/e2e/Controls.h"
 #include "tests/e2e/Driver.h"
 #include "tests/e2e/Installation.h"
 #include "tests/e2e/ShellLinkFile.h"

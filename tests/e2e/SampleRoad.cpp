@@ -6,12 +6,12 @@
 //
 // usage: sample_road SHORTCUT "PROFILE NAME" REPORT_FILE
 #include <windows.h>
-#include <commctrl.h>
 
 #include <cstdio>
 #include <string>
 
 #include "app/Resource.h"
+#include "tests/e2e/Controls.h"
 #include "tests/e2e/Dragger.h"
 #include "tests/e2e/Driver.h"
 #include "tests/e2e/ShellLinkFile.h"
@@ -42,12 +42,8 @@ const char* Road(const std::string& link, const std::string& profile, std::strin
     if (!e2e::DragFiles(dialog, {link}, true, &effect) ||
         !e2e::WaitUntil([&] { return e2e::IsItemEnabled(dialog, IDC_ADD); }))
         return "the dropped shortcut was not taken";
-    const HWND combo = e2e::Item(dialog, IDC_PROFILE_COMBO);
-    const LRESULT index = SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                       reinterpret_cast<LPARAM>(profile.c_str()));
-    if (index == CB_ERR)
-        return "the profile is not in the list";
-    SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (!e2e::PickEntry(e2e::Item(dialog, IDC_PROFILE_COMBO), profile))
+        return "the profile could not be picked";
     if (!e2e::Press(dialog, IDC_ADD) || !e2e::WaitUntil([&] { return e2e::IsItemEnabled(dialog, IDOK); }))
         return "Add did not add the profile";
     if (!e2e::Press(dialog, IDOK) ||
