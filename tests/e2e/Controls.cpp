@@ -54,8 +54,17 @@ bool RestPointer(HWND target, POINT screen)
     return false;
 }
 
-// Clicks the left button at a point of the screen, after making sure that target (or a
-// control inside it) is what shows there and that no other window holds the capture.
+// True when target, or a control inside it, is what shows at a point of the screen.
+bool Shows(HWND target, POINT screen)
+{
+    const HWND shown = WindowFromPoint(screen);
+    return shown == target || IsChild(target, shown);
+}
+
+// Clicks the left button at a point of the screen, once the pointer rests there, target shows
+// there and no other window holds the capture. A tool tip
+// shown for an earlier place of the pointer may cover the point; it goes away once the pointer
+// rests on it, as it does for a hand.
 bool ClickAt(HWND target, POINT screen, bool withControl = false)
 {
     if (!WaitUntil([&] {
@@ -66,14 +75,14 @@ bool ClickAt(HWND target, POINT screen, bool withControl = false)
                      WindowText(target).c_str(), WindowClass(CaptureOf(target)).c_str());
         return false;
     }
-    const HWND shown = WindowFromPoint(screen);
-    if (shown != target && !IsChild(target, shown)) {
-        std::fprintf(stderr, "a click meant for \"%s\" would land on \"%s\" (%s)\n", WindowText(target).c_str(),
-                     WindowText(shown).c_str(), WindowClass(shown).c_str());
-        return false;
-    }
     if (!RestPointer(target, screen)) {
         std::fprintf(stderr, "the pointer would not stay on \"%s\"\n", WindowText(target).c_str());
+        return false;
+    }
+    if (!WaitUntil([&] { return Shows(target, screen); }, 3000)) {
+        const HWND shown = WindowFromPoint(screen);
+        std::fprintf(stderr, "a click meant for \"%s\" would land on \"%s\" (%s)\n", WindowText(target).c_str(),
+                     WindowText(shown).c_str(), WindowClass(shown).c_str());
         return false;
     }
     bool sent = !withControl || SendKey(VK_CONTROL, 0);
