@@ -3,7 +3,7 @@
 # Native: Debian's libgtest-dev; each test case is its own CTest test.
 # Windows: GoogleTest built from Debian's sources in /usr/src/googletest with the
 # cross compiler; each executable is one CTest test run under Wine, after a fixture
-# that makes the throw-away prefix.
+# that makes the throw-away prefix with its virtual desktop.
 
 if(WIN32)
   set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
@@ -19,7 +19,7 @@ if(WIN32)
   set(LINKWRIGHT_WINEPREFIX ${CMAKE_BINARY_DIR}/wineprefix)
   add_test(NAME wine_prefix
            COMMAND ${CMAKE_COMMAND} -E env WINEPREFIX=${LINKWRIGHT_WINEPREFIX} WINEDEBUG=-all
-                   WINEDLLOVERRIDES=mscoree,mshtml= wineboot --init)
+                   WINEDLLOVERRIDES=mscoree,mshtml= ${CMAKE_SOURCE_DIR}/scripts/wine-test-prefix.sh)
   set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
   # The server may already have ended on its own; that is no failure.
   add_test(NAME wine_shutdown
