@@ -62,9 +62,8 @@ bool Shows(HWND target, POINT screen)
 }
 
 // Clicks the left button at a point of the screen, once the pointer rests there, target shows
-// there and no other window holds the capture. A tool tip
-// shown for an earlier place of the pointer may cover the point; it goes away once the pointer
-// rests on it, as it does for a hand.
+// there and no other window holds the capture. A tool tip shown for an earlier place of the
+// pointer may cover the point; it goes away once the pointer rests on it, as for a hand.
 bool ClickAt(HWND target, POINT screen, bool withControl = false)
 {
     if (!WaitUntil([&] {

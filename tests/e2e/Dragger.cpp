@@ -5,9 +5,75 @@
 
 #include <cstring>
 
+#include "tests/e2e/Controls.h"
+
 namespace e2e {
 
-HRESULT STDMETHODCALLTYPE CHeldDrag::QueryInterface(REFIID iid, void** object)
+namespace {
+
+const int kSteps = 8;          // rounds that carry the pointer to the drop point
+const int kHoverRounds = 4;    // rounds over the drop point before the button is let go
+
+const char kFilesClass[] = "LinkwrightCheckFiles";
+
+// Where the files lie: a small window in a corner of the screen, clear of the target.
+HWND CreateFilesWindow(HWND target)
+{
+    WNDCLASSA type{};
+    type.lpfnWndProc = DefWindowProcA;
+    type.hInstance = GetModuleHandleA(nullptr);
+    type.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    type.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    type.lpszClassName = kFilesClass;
+    RegisterClassA(&type);   // fails harmlessly when an earlier drag registered it
+
+    const int size = 48;
+    const int margin = 8;
+    const int right = GetSystemMetrics(SM_CXSCREEN) - size - margin;
+    const int bottom = GetSystemMetrics(SM_CYSCREEN) - size - margin;
+    const POINT corners[] = {{margin, margin}, {right, margin}, {margin, bottom}, {right, bottom}};
+    RECT frame{};
+    GetWindowRect(target, &frame);
+    for (const POINT& corner : corners) {
+        const RECT place{corner.x, corner.y, corner.x + size, corner.y + size};
+        RECT overlap{};
+        if (!IntersectRect(&overlap, &place, &frame))
+            return CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kFilesClass, "Files",
+                                   WS_POPUP | WS_BORDER | WS_VISIBLE, place.left, place.top, size, size, nullptr,
+                                   nullptr, type.hInstance, nullptr);
+    }
+    return nullptr;
+}
+
+POINT Centre(HWND window)
+{
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    return POINT{(frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2};
+}
+
+// Presses the left button on the files' window: true once the press has reached it.
+bool PressOn(HWND files)
+{
+    const POINT point = Centre(files);
+    if (!SendPointer(point) || !SendPointer(point, MOUSEEVENTF_LEFTDOWN))
+        return false;
+    const DWORD start = GetTickCount();
+    MSG message;
+    while (GetTickCount() - start < 5000) {
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.hwnd == files && message.message == WM_LBUTTONDOWN)
+                return true;
+            DispatchMessageA(&message);
+        }
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+    }
+    return false;
+}
+
+}  // namespace
+
+HRESULT STDMETHODCALLTYPE CHandDrag::QueryInterface(REFIID iid, void** object)
 {
     if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDropSource)) {
         *object = this;
@@ -17,10 +83,22 @@ HRESULT STDMETHODCALLTYPE CHeldDrag::QueryInterface(REFIID iid, void** object)
     return E_NOINTERFACE;
 }
 
-HRESULT STDMETHODCALLTYPE CHeldDrag::QueryContinueDrag(BOOL, DWORD)
+HRESULT STDMETHODCALLTYPE CHandDrag::QueryContinueDrag(BOOL escape, DWORD keyState)
 {
-    Sleep(20);
-    return ++m_rounds < 6 ? S_OK : DRAGDROP_S_DROP;
+    if (escape)
+        return DRAGDROP_S_CANCEL;
+    if (!(keyState & MK_LBUTTON))
+        return DRAGDROP_S_DROP;
+    ++m_rounds;
+    bool sent = true;
+    if (m_rounds <= kSteps) {
+        const POINT step{m_from.x + (m_to.x - m_from.x) * m_rounds / kSteps,
+                         m_from.y + (m_to.y - m_from.y) * m_rounds / kSteps};
+        sent = SendPointer(step);
+    } else if (m_rounds == kSteps + kHoverRounds) {
+        sent = SendPointer(m_to, MOUSEEVENTF_LEFTUP);
+    }
+    return sent ? S_OK : DRAGDROP_S_CANCEL;
 }
 
 CFileData::CFileData(std::string bytes) : m_bytes(std::move(bytes)) {}
@@ -92,13 +170,17 @@ void CDrag::Start(HWND window, const std::vector<std::string>& names, bool wide)
     m_state->ended = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     m_thread = std::thread([state = m_state, window, block = DropFilesBlock(names, wide)]() {
         OleInitialize(nullptr);
-        RECT frame;
-        GetWindowRect(window, &frame);
-        SetForegroundWindow(window);
-        SetCursorPos((frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2);
-        CFileData data(block);
-        CHeldDrag source;
-        DoDragDrop(&data, &source, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
+        const HWND files = CreateFilesWindow(window);
+        if (files && PressOn(files)) {
+            CFileData data(block);
+            CHandDrag hand(Centre(files), Centre(window));
+            DoDragDrop(&data, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
+        }
+        // A drag that failed to start or ended on its own leaves no button down.
+        if (GetAsyncKeyState(VK_LBUTTON) & 0x8000)
+            static_cast<void>(SendPointer(Centre(window), MOUSEEVENTF_LEFTUP));
+        if (files)
+            DestroyWindow(files);
         OleUninitialize();
         SetEvent(state->ended);
     });

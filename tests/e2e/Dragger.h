@@ -1,9 +1,11 @@
 #pragma once
 // A real OLE drag of file names from the check's process onto a window of another process.
 //
-// The drag runs on a thread of its own, so that the check can go on while the target is
-// still inside its drop, for instance to answer a message box that the drop shows. It is
-// held over the window's centre and dropped there.
+// The drag is made as a person makes it: the left button is pressed on a small window of the
+// check's own (the files' place), the pointer is moved onto the target window's centre and the
+// button let go there, all through the system's input queue. It runs on a thread of its own,
+// so that the check can go on while the target is still inside its drop, for instance to
+// answer a message box that the drop shows.
 
 #include <windows.h>
 #include <ole2.h>
@@ -41,17 +43,22 @@ private:
     std::string m_bytes;
 };
 
-// Holds the drag for a few rounds of the loop, so that the target under the pointer is
-// entered and dragged over, then drops; no mouse button is needed.
-class CHeldDrag : public IDropSource {
+// The hand that holds the drag: the left button went down on the drag's start; each round of
+// the drag loop moves the pointer a step towards the drop point, and a few rounds after it
+// arrived the button is let go. The loop drops once it sees the button up, as for a person.
+class CHandDrag : public IDropSource {
 public:
+    CHandDrag(POINT from, POINT to) : m_from(from), m_to(to) {}
+
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override;
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keyState) override;
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 
 private:
+    POINT m_from;
+    POINT m_to;
     int m_rounds = 0;
 };
 

@@ -241,9 +241,11 @@ bool CProgramRun::Start(const std::string& exePath, const std::string& arguments
         line += " " + arguments;
     STARTUPINFOA startup{};
     startup.cb = sizeof(startup);
-    return CreateProcessA(exePath.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
-                          folder.empty() ? nullptr : folder.c_str(), &startup, &m_process)
-           != 0;
+    if (CreateProcessA(exePath.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
+                       folder.empty() ? nullptr : folder.c_str(), &startup, &m_process))
+        return true;
+    std::fprintf(stderr, "could not start %s (error %lu)\n", line.c_str(), GetLastError());
+    return false;
 }
 
 bool CProgramRun::HasEnded() const

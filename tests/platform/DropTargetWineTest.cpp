@@ -13,6 +13,7 @@
 #include "app/Resource.h"
 #include "platform/Dialog.h"
 #include "platform/DropTarget.h"
+#include "tests/e2e/Controls.h"
 #include "tests/e2e/Dragger.h"
 
 namespace {
@@ -92,10 +93,13 @@ public:
     }
     void OnAppMessage() override
     {
+        // The button goes down on the dialog itself and comes up where it went down.
         RECT frame;
         GetWindowRect(static_cast<HWND>(Handle()), &frame);
-        SetCursorPos((frame.left + frame.right) / 2, frame.top + 40);
-        result = DoDragDrop(&data, &source, allowed, &effect);
+        const POINT point{(frame.left + frame.right) / 2, frame.top + 40};
+        e2e::CHandDrag hand(point, point);
+        if (e2e::SendPointer(point) && e2e::SendPointer(point, MOUSEEVENTF_LEFTDOWN))
+            result = DoDragDrop(&data, &hand, allowed, &effect);
         target.Revoke();
         if (started == S_OK || started == S_FALSE)
             StopOle();
@@ -103,7 +107,6 @@ public:
     }
 
     e2e::CFileData data;
-    e2e::CHeldDrag source;
     DWORD allowed;
     CRecordingTarget target;
     HRESULT started = E_FAIL;
