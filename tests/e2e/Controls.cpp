@@ -98,11 +98,6 @@ void BringToFront(HWND control)
         SetForegroundWindow(dialog);
 }
 
-POINT Centre(const RECT& rect)
-{
-    return POINT{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-}
-
 struct ListSearch {
     DWORD processId;
     HWND found;
@@ -177,6 +172,13 @@ std::string RowText(CForeignBlock& block, HWND list, int row)
 
 }  // namespace
 
+POINT Centre(HWND window)
+{
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    return POINT{(frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2};
+}
+
 bool SendPointer(POINT screen, DWORD buttonEvent)
 {
     INPUT input{};
@@ -195,9 +197,7 @@ bool Press(HWND dialog, int id)
     if (!button || !IsWindowVisible(button) || !IsWindowEnabled(button) || !IsWindowEnabled(dialog))
         return false;
     BringToFront(button);
-    RECT frame{};
-    GetWindowRect(button, &frame);
-    return ClickAt(button, Centre(frame));
+    return ClickAt(button, Centre(button));
 }
 
 bool PickEntry(HWND combo, const std::string& text)

@@ -14,6 +14,9 @@
 
 namespace e2e {
 
+// The centre of a window on the screen.
+POINT Centre(HWND window);
+
 // Moves the pointer to a point of the screen and gives a mouse button event there (0: none).
 [[nodiscard]] bool SendPointer(POINT screen, DWORD buttonEvent = 0);
 

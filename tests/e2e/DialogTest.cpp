@@ -10,7 +10,6 @@
 
 namespace e2e {
 
-const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 const char kListNotice[] =
     " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
     "will not be able to restore these shortcuts if you uninstall.\r\n";

@@ -16,7 +16,6 @@
 
 namespace e2e {
 
-extern const char kDialogTitle[];
 // ShortcutList.txt behind its count: "1 Shortcut", "2 Shortcuts" ...
 extern const char kListNotice[];
 

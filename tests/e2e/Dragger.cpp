@@ -45,13 +45,6 @@ HWND CreateFilesWindow(HWND target)
     return nullptr;
 }
 
-POINT Centre(HWND window)
-{
-    RECT frame{};
-    GetWindowRect(window, &frame);
-    return POINT{(frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2};
-}
-
 // Presses the left button on the files' window: true once the press has reached it.
 bool PressOn(HWND files)
 {

@@ -4,6 +4,8 @@
 #include <cstdlib>
 
 namespace e2e {
+
+const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 namespace {
 
 constexpr DWORD kPollMs = 50;

@@ -14,6 +14,9 @@
 
 namespace e2e {
 
+// The title of Linkwright's dialog, by which its window is found.
+extern const char kDialogTitle[];
+
 // A program started by a check. The destructor ends it if it still runs.
 class CProgramRun {
 public:

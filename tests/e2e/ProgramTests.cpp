@@ -18,10 +18,10 @@
 
 using e2e::CInstallation;
 using e2e::CProgramRun;
+using e2e::kDialogTitle;
 
 namespace {
 
-const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 constexpr DWORD kStartMs = 30000;
 constexpr DWORD kEndMs = 20000;
 

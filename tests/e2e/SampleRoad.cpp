@@ -18,8 +18,6 @@
 
 namespace {
 
-const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
-
 std::string Describe(const char* when, const std::string& link)
 {
     e2e::ShortcutFacts facts;
@@ -34,7 +32,7 @@ std::string Describe(const char* when, const std::string& link)
 const char* Road(const std::string& link, const std::string& profile, std::string& report)
 {
     HWND dialog = nullptr;
-    if (!e2e::WaitUntil([&] { return (dialog = FindWindowA(nullptr, kDialogTitle)) != nullptr; }, 60000))
+    if (!e2e::WaitUntil([&] { return (dialog = FindWindowA(nullptr, e2e::kDialogTitle)) != nullptr; }, 60000))
         return "the dialog did not show";
     report += Describe("Before", link);
 
