@@ -17,6 +17,7 @@
 #include "app/DialogItems.h"
 #include "platform/Dialog.h"
 #include "shortcuts/LinkDropTarget.h"
+#include "shortcuts/ShortcutList.h"
 #include "text/Chain.h"
 #include "text/TextString.h"
 
@@ -60,8 +61,9 @@ public:
     // The registry, the quote characters and the restore-all run.
     void ReadQuoteChars();
     void LoadList();
-    void AddEntry(const CTextString& path);
-    void RemoveEntry(const CTextString& path);
+    // The registry's side of Save and Restore, made before the shortcut is written.
+    bool PrepareAdd(const CTextString& path, ListChange& change);
+    bool PrepareRemove(const CTextString& path, ListChange& change);
     bool ProcessCommandLine();   // false: a restore-all ran and the dialog is to end
     void RunRestoreAll();
 

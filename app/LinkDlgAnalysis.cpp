@@ -15,27 +15,59 @@ const int ParentNameLength = sizeof(ParentName) - 1;
 const char LinkExtension[] = ".lnk";
 const int LinkExtensionLength = sizeof(LinkExtension) - 1;
 
+const char BeyondCodePageText[] =
+    "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
+const char BeyondCodePageCaption[] = "Unsupported Characters";
+
+// A copy that holds all of its source.
+bool CopyWhole(CTextString& to, const CTextString& from)
+{
+    to.Assign(from);
+    return to.Length() == from.Length();
+}
+
+// A shortcut whose values could not be taken over whole: nothing of it is kept, and a
+// drop is told "Load Failure" as if the load itself had failed.
+std::intptr_t NotLoaded(CLinkDlg& dialog)
+{
+    dialog.m_selected.Clear();
+    dialog.m_target.MakeEmpty();
+    dialog.m_targetDir.MakeEmpty();
+    dialog.m_args.MakeEmpty();
+    if (!dialog.m_restoringAll)
+        dialog.m_dropTarget.ReportLoadFailure();
+    return 0;
+}
+
 }   // namespace
 
 // Only the end of the target is compared with the parent's name, so any file whose name
 // ends in it counts; this program is recognised by its whole path. While m_restoringAll is
-// set nothing is shown.
+// set nothing is shown. A shortcut whose values could not be taken over whole is not
+// loaded at all: Save and Restore would write only part of it.
 std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/)
 {
     m_selected.Clear();
     m_target.MakeEmpty();
     m_targetDir.MakeEmpty();
     m_args.MakeEmpty();
+    m_isEnhanced = false;
     RefreshIcon();
     ResetControls();
 
     const CTextString& linkTarget = m_dropTarget.m_linkTarget;
     const CTextString programPath = ModulePath(nullptr);
     const CTextString targetEnd = linkTarget.Right(ParentNameLength);
+    const int endLength = linkTarget.Length() < ParentNameLength ? linkTarget.Length() : ParentNameLength;
+    if (programPath.IsEmpty() || targetEnd.Length() != endLength)
+        return NotLoaded(*this);
     bool editable = false;
-    if (targetEnd.Length() == ParentNameLength && targetEnd.CompareNoCase(ParentName, ParentNameLength) == 0) {
-        if (!m_dropTarget.m_linkArgs.IsEmpty())
-            TakeApartArguments(m_dropTarget.m_linkArgs, m_argTokens, m_selected, m_target, m_targetDir, m_args);
+    if (m_dropTarget.m_linkBeyondCodePage) {
+        if (!m_restoringAll)
+            ShowMessage(BeyondCodePageText, BeyondCodePageCaption, MessageOk);
+    } else if (targetEnd.Length() == ParentNameLength && targetEnd.CompareNoCase(ParentName, ParentNameLength) == 0) {
+        if (!TakeApartArguments(m_dropTarget.m_linkArgs, m_argTokens, m_selected, m_target, m_targetDir, m_args))
+            return NotLoaded(*this);
         m_isEnhanced = !m_target.IsEmpty() && !m_selected.IsEmpty();
         if (m_isEnhanced) {
             RefreshSelected();
@@ -45,14 +77,12 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
                         MessageOk);
         }
     } else if (linkTarget.CompareNoCase(programPath.Text(), programPath.Length()) == 0) {
-        m_isEnhanced = false;
         if (!m_restoringAll)
             ShowMessage("This is a shortcut to this program, and cannot be modified.", "Linkwright", MessageOk);
     } else {
-        m_isEnhanced = false;
-        m_target.Assign(linkTarget);
-        m_targetDir.Assign(m_dropTarget.m_linkWorkDir);
-        m_args.Assign(m_dropTarget.m_linkArgs);
+        if (!CopyWhole(m_target, linkTarget) || !CopyWhole(m_targetDir, m_dropTarget.m_linkWorkDir) ||
+            !CopyWhole(m_args, m_dropTarget.m_linkArgs))
+            return NotLoaded(*this);
         SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
         editable = true;
     }

@@ -6,6 +6,7 @@
 
 #include "app/Resource.h"
 #include "shortcuts/ArgumentLine.h"
+#include "shortcuts/ShortcutList.h"
 
 namespace {
 
@@ -14,34 +15,55 @@ const char WriteErrorText[] =
     "Try again or modify the shortcut by hand.";
 const char WriteErrorCaption[] = "Shortcut Write Error";
 
+const char TooLongText[] =
+    "The enhanced shortcut would be too long to be restored. "
+    "Remove a profile or shorten the shortcut's arguments.";
+const char TooLongCaption[] = "Shortcut Too Long";
+
 }   // namespace
 
-// A failed write changes nothing in the dialog, so Save stays on for another try.
+// Everything written is made first: the shortcut's entry and both list files, then the line
+// inside SaveEnhanced. A failure anywhere writes nothing and changes nothing in the dialog,
+// so Save stays on for another try.
 void CLinkDlg::OnOK()
 {
-    if (!m_dropTarget.SaveEnhanced(m_parentPath, m_target, m_targetDir, m_args, m_selected)) {
+    ListChange change;
+    bool tooLong = false;
+    if (!PrepareAdd(m_dropTarget.m_linkPath, change)) {
         ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
+    if (!m_dropTarget.SaveEnhanced(m_parentPath, m_target, m_targetDir, m_args, m_selected, &tooLong)) {
+        CancelChange(m_shortcuts, change);
+        if (tooLong)
+            ShowMessage(TooLongText, TooLongCaption, MessageOk);
+        else
+            ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
+        return;
+    }
+    CommitChange(m_shortcuts, change);
     m_items.DisableItem(IDOK);
     m_items.EnableItem(IDC_RESTORE);
     m_items.ShowItem(IDC_ENABLED_LABEL);
-    AddEntry(m_dropTarget.m_linkPath);
 }
 
 // During a restore-all run only the write happens: no message, no control, no entry; the
-// end of the run deletes the list files.
+// end of the run deletes the list files. Otherwise the list files without the entry are
+// made before the shortcut is written, so that both change or neither.
 void CLinkDlg::OnRestore()
 {
     CTextString args(m_args);
-    RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote);
-    if (!m_dropTarget.SaveRestored(m_target, m_targetDir, args)) {
+    ListChange change;
+    const bool made = args.Length() == m_args.Length() && RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote) &&
+                      (m_restoringAll || PrepareRemove(m_dropTarget.m_linkPath, change));
+    if (!made || !m_dropTarget.SaveRestored(m_target, m_targetDir, args)) {
         if (!m_restoringAll)
             ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
     if (m_restoringAll)
         return;
+    CommitChange(m_shortcuts, change);
     m_items.DisableItem(IDOK);
     m_items.DisableItem(IDC_RESTORE);
     m_items.DisableItem(IDC_SELECTED_LIST);
@@ -49,5 +71,4 @@ void CLinkDlg::OnRestore()
     m_items.HideItem(IDC_ENABLED_LABEL);
     m_selected.Clear();
     RefreshSelected();
-    RemoveEntry(m_dropTarget.m_linkPath);
 }

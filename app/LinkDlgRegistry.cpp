@@ -26,14 +26,14 @@ void CLinkDlg::LoadList()
     ::LoadList(m_shortcuts, ModuleFolder(nullptr));
 }
 
-void CLinkDlg::AddEntry(const CTextString& path)
+bool CLinkDlg::PrepareAdd(const CTextString& path, ListChange& change)
 {
-    ::AddEntry(m_shortcuts, ModuleFolder(nullptr), path);
+    return ::PrepareAdd(m_shortcuts, ModuleFolder(nullptr), path, change);
 }
 
-void CLinkDlg::RemoveEntry(const CTextString& path)
+bool CLinkDlg::PrepareRemove(const CTextString& path, ListChange& change)
 {
-    ::RemoveEntry(m_shortcuts, ModuleFolder(nullptr), path);
+    return ::PrepareRemove(m_shortcuts, ModuleFolder(nullptr), path, change);
 }
 
 // The first token is the program's name, whatever it says. Every "-RestoreAll", in any

@@ -6,7 +6,7 @@
 //
 // Every call answers a result: 0 for success, and anything else (an HRESULT on Windows),
 // S_FALSE included, for failure. Text goes in and out single-byte, as the "A" interface
-// takes it, except the shortcut's own path, which is always given in wide path form: a
+// takes it, except the wide reads below and the shortcut's own path, which is always given in wide path form: a
 // CTextString holding UTF-16 units, low byte first, and one zero byte behind them.
 //
 // The object is reached through the two pointers below, each one reference of its own that
@@ -47,6 +47,17 @@ ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity);  
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity);
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index);
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity);
+
+// The same object's texts read through its wide interface (IShellLinkW), which carries what
+// the single-byte one can only replace by look-alikes. wide receives the system's wide form:
+// UTF-16 units, low byte first, one zero byte behind. A wide form that could not be had
+// answers a failure.
+enum LinkText { LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation };
+ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide);
+
+// text widened by the ANSI code page into the same wide form: what the single-byte reading
+// stands for. False when the wide form could not be had.
+bool WidenByCodePage(const CTextString& text, CTextString& wide);
 
 ShellResult SetLinkPath(ShellLinkInterface* link, const char* path);
 ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder);

@@ -2,6 +2,9 @@
 
 #include "shortcuts/ArgumentLine.h"
 
+#include <cctype>
+#include <cstring>
+
 namespace {
 
 const char Quote = '"';
@@ -23,29 +26,57 @@ struct Key {
 const Key Keys[] = {{"profile=", 8}, {"target=", 7}, {"targetDir=", 10}, {"args=", 5}};
 enum KeyIndex { ProfileIndex, TargetIndex, TargetDirIndex, ArgsIndex, NoKey };
 
+// Compared in place: a copy of the token's start that could not be had would pass an
+// item over as if it had no key.
 KeyIndex KeyOf(const CTextString& token)
 {
     for (int k = ProfileIndex; k < NoKey; ++k) {
-        if (token.Left(Keys[k].length).CompareNoCase(Keys[k].text, Keys[k].length) == 0)
+        int i = 0;
+        while (i < Keys[k].length && i < token.Length() &&
+               std::tolower(static_cast<unsigned char>(token.Text()[i])) ==
+                   std::tolower(static_cast<unsigned char>(Keys[k].text[i])))
+            ++i;
+        if (i == Keys[k].length)
             return static_cast<KeyIndex>(k);
     }
     return NoKey;
 }
 
-void AppendItem(CTextString& line, const char* key, const CTextString& value)
+// False when the line did not grow by the whole item.
+bool AppendItem(CTextString& line, const char* key, const CTextString& value)
 {
+    const int before = line.Length();
+    const int keyLength = static_cast<int>(std::strlen(key));
     line.Append(key);
     line.AppendChar(Quote);
     line.Append(value);
     line.AppendChar(Quote);
+    return line.Length() == before + keyLength + value.Length() + 2;
+}
+
+bool AppendSpacedItem(CTextString& line, const char* key, const CTextString& value)
+{
+    const int before = line.Length();
+    line.AppendChar(' ');
+    return line.Length() == before + 1 && AppendItem(line, key, value);
+}
+
+// A value taken over whole; an empty value needs no memory.
+bool AssignWhole(CTextString& field, const CTextString& value)
+{
+    field.Assign(value);
+    return field.Length() == value.Length();
 }
 
 }  // namespace
 
-void Tokenize(const CTextString& source, CChain<CTextString>& tokens)
+bool Tokenize(const CTextString& source, CChain<CTextString>& tokens)
 {
     tokens.Clear();
     CTextString rest(source);
+    if (rest.Length() != source.Length())
+        return false;
+    bool whole = true;
     Trim(rest, 0, LastBlank);
     while (!rest.IsEmpty()) {
         CTextString token(0);
@@ -66,68 +97,67 @@ void Tokenize(const CTextString& source, CChain<CTextString>& tokens)
             lost = lost || token.Length() == before;
         }
         TrimLeft(rest, 0, LastBlank);
-        if (!lost && !token.IsEmpty())
-            (void)InsertEntry(tokens, token);
+        if (lost)
+            whole = false;
+        else if (!token.IsEmpty() && !InsertEntry(tokens, token))
+            whole = false;
     }
+    return whole;
 }
 
 CTextString ComposeArguments(const CTextString& target, const CTextString& workDir,
                              const CTextString& args, const CChain<CTextString>& profiles)
 {
     CTextString line(0);
-    for (const CChainNode<CTextString>* node = profiles.Head(); node; node = node->next) {
-        if (!line.IsEmpty())
-            line.AppendChar(' ');
-        AppendItem(line, Keys[ProfileIndex].text, *node->payload);
+    bool whole = true;
+    for (const CChainNode<CTextString>* node = profiles.Head(); node && whole; node = node->next) {
+        whole = line.IsEmpty() ? AppendItem(line, Keys[ProfileIndex].text, *node->payload)
+                               : AppendSpacedItem(line, Keys[ProfileIndex].text, *node->payload);
     }
     // Always written, even first on the line and even with an empty value.
-    line.AppendChar(' ');
-    AppendItem(line, Keys[TargetIndex].text, target);
-    if (!workDir.IsEmpty()) {
-        line.AppendChar(' ');
-        AppendItem(line, Keys[TargetDirIndex].text, workDir);
-    }
-    if (!args.IsEmpty()) {
-        line.AppendChar(' ');
-        AppendItem(line, Keys[ArgsIndex].text, args);
-    }
+    whole = whole && AppendSpacedItem(line, Keys[TargetIndex].text, target);
+    if (whole && !workDir.IsEmpty())
+        whole = AppendSpacedItem(line, Keys[TargetDirIndex].text, workDir);
+    if (whole && !args.IsEmpty())
+        whole = AppendSpacedItem(line, Keys[ArgsIndex].text, args);
+    if (!whole)
+        line.MakeEmpty();
     return line;
 }
 
-void TakeApartArguments(const CTextString& line, CChain<CTextString>& tokens,
+bool TakeApartArguments(const CTextString& line, CChain<CTextString>& tokens,
                         CChain<CTextString>& profiles, CTextString& target,
                         CTextString& workDir, CTextString& args)
 {
     if (line.IsEmpty())
-        return;
-    Tokenize(line, tokens);
-    for (const CChainNode<CTextString>* node = tokens.Head(); node; node = node->next) {
+        return true;
+    bool whole = Tokenize(line, tokens);
+    for (const CChainNode<CTextString>* node = tokens.Head(); node && whole; node = node->next) {
         const CTextString& token = *node->payload;
         const KeyIndex key = KeyOf(token);
         if (key == NoKey)
             continue;
         const CTextString value = token.Right(token.Length() - Keys[key].length);
-        // A value whose memory could not be had is dropped with its item.
-        if (!value.HasAllocation())
-            continue;
+        if (value.Length() != token.Length() - Keys[key].length)
+            return false;
         switch (key) {
         case ProfileIndex:
-            if (!value.IsEmpty())
-                (void)InsertEntry(profiles, value);
+            whole = value.IsEmpty() || InsertEntry(profiles, value);
             break;
         case TargetIndex:
-            target.Assign(value);
+            whole = AssignWhole(target, value);
             break;
         case TargetDirIndex:
-            workDir.Assign(value);
+            whole = AssignWhole(workDir, value);
             break;
         case ArgsIndex:
-            args.Assign(value);
+            whole = AssignWhole(args, value);
             break;
         case NoKey:
             break;
         }
     }
+    return whole;
 }
 
 void SubstituteQuotes(CTextString& args, char left, char right)
@@ -142,14 +172,16 @@ void SubstituteQuotes(CTextString& args, char left, char right)
     }
 }
 
-void RestoreQuotes(CTextString& args, char left, char right)
+bool RestoreQuotes(CTextString& args, char left, char right)
 {
     const CTextString quote(Quote);
     const CTextString leftText(left);
     const CTextString rightText(right);
-    // A missing one-byte string would turn a replacement into a deletion.
+    // A missing one-byte string would turn a replacement into a deletion. One byte for
+    // one byte is replaced in place, so nothing else can fail.
     if (!quote.HasAllocation() || !leftText.HasAllocation() || !rightText.HasAllocation())
-        return;
+        return false;
     args.Replace(leftText, quote);
     args.Replace(rightText, quote);
+    return true;
 }

@@ -17,10 +17,6 @@ std::uint32_t LittleEndian32(const unsigned char* bytes)
            static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
 }
 
-const char LoadFailureText[] =
-    "Could not load or resolve the link for this shortcut.\r\n\r\n"
-    "Make sure it's not in use, that the target program was not deleted or moved, and try again.";
-
 // The first name of a DROPFILES block in wide path form, the name's own bytes only. A wide
 // name ends at the first unit whose low byte is zero; an ANSI byte becomes the unit of the
 // same value. The block ends where size says, whatever the name list claims. False when the
@@ -79,8 +75,6 @@ bool CLinkDropTarget::OnDrop(int dropEffect)
             m_owner->QueueAppMessage();
         return true;
     }
-    m_linkPath.MakeEmpty();
-    if (m_owner)
-        m_owner->ShowMessage(LoadFailureText, "Load Failure", MessageOk);
+    ReportLoadFailure();
     return false;
 }

@@ -7,6 +7,36 @@
 #include "platform/Files.h"
 #include "shortcuts/ArgumentLine.h"
 
+#include <cstring>
+
+namespace {
+
+const char LoadFailureText[] =
+    "Could not load or resolve the link for this shortcut.\r\n\r\n"
+    "Make sure it's not in use, that the target program was not deleted or moved, and try again.";
+
+// A field that holds all of text; a text cut short by a failed allocation is not a reading.
+bool AssignWhole(CTextString& field, const char* text)
+{
+    field.Assign(text);
+    return field.Length() == static_cast<int>(std::strlen(text));
+}
+
+// *same tells whether the wide interface reads text as the single-byte one did, once
+// widened by the code page; a look-alike the shell put in place of a character differs.
+// False when either wide form could not be had.
+bool SameThroughBothInterfaces(ShellLinkInterface* link, LinkText which, const CTextString& text, int* same)
+{
+    CTextString wide(0);
+    CTextString widened(0);
+    if (GetLinkTextWide(link, which, wide) != ShellOk || !WidenByCodePage(text, widened))
+        return false;
+    *same = wide.Equals(widened);
+    return true;
+}
+
+}   // namespace
+
 CLinkDropTarget::CLinkDropTarget()
     : m_linkPath(0),
       m_linkTarget(0),
@@ -14,6 +44,7 @@ CLinkDropTarget::CLinkDropTarget()
       m_linkIconPath(0),
       m_linkWorkDir(0),
       m_linkIconIndex(0),
+      m_linkBeyondCodePage(false),
       m_shellLink(nullptr),
       m_persistFile(nullptr),
       m_interfacesReady(false),
@@ -76,36 +107,64 @@ bool CLinkDropTarget::LoadLink()
         return false;
 
     char buffer[LinkBufferSize];
-    if (GetLinkPath(m_shellLink, buffer, LinkBufferCapacity) != ShellOk)
+    if (GetLinkPath(m_shellLink, buffer, LinkBufferCapacity) != ShellOk || !AssignWhole(m_linkTarget, buffer))
         return false;
-    m_linkTarget.Assign(buffer);
-    if (GetLinkArguments(m_shellLink, buffer, LinkBufferCapacity) != ShellOk)
+    if (GetLinkArguments(m_shellLink, buffer, LinkBufferCapacity) != ShellOk || !AssignWhole(m_linkArgs, buffer))
         return false;
-    m_linkArgs.Assign(buffer);
     if (GetLinkIconLocation(m_shellLink, buffer, LinkBufferCapacity, &m_linkIconIndex) != ShellOk)
         return false;
-    m_linkIconPath.Assign(buffer);
-    if (m_linkIconPath.IsEmpty())
-        m_linkIconPath.Assign(m_linkTarget);
-    if (GetLinkWorkingDirectory(m_shellLink, buffer, LinkBufferCapacity) != ShellOk)
+    const bool namesIconFile = buffer[0] != 0;
+    if (!AssignWhole(m_linkIconPath, namesIconFile ? buffer : m_linkTarget.Text()))
         return false;
-    m_linkWorkDir.Assign(buffer);
+    if (GetLinkWorkingDirectory(m_shellLink, buffer, LinkBufferCapacity) != ShellOk ||
+        !AssignWhole(m_linkWorkDir, buffer))
+        return false;
+
+    const CTextString noIconFile(0);
+    const CTextString* const texts[] = {&m_linkTarget, &m_linkArgs, &m_linkWorkDir,
+                                        namesIconFile ? &m_linkIconPath : &noIconFile};
+    const LinkText wideTexts[] = {LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation};
+    m_linkBeyondCodePage = false;
+    for (int i = 0; i < 4; ++i) {
+        int same = 0;
+        if (!SameThroughBothInterfaces(m_shellLink, wideTexts[i], *texts[i], &same))
+            return false;
+        m_linkBeyondCodePage = m_linkBeyondCodePage || !same;
+    }
     return true;
+}
+
+void CLinkDropTarget::ReportLoadFailure()
+{
+    m_linkPath.MakeEmpty();
+    if (m_owner)
+        m_owner->ShowMessage(LoadFailureText, "Load Failure", MessageOk);
 }
 
 bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextString& target,
                                    const CTextString& workDir, const CTextString& args,
-                                   const CChain<CTextString>& profiles)
+                                   const CChain<CTextString>& profiles, bool* tooLong)
 {
+    if (tooLong)
+        *tooLong = false;
     if (!m_shellLink || !m_persistFile || m_linkPath.IsEmpty())
         return false;
+    // Everything that is written is made first: a piece missing writes nothing.
+    const CTextString parentFolder = FolderOf(parentPath.Text(), true);
+    const CTextString line = ComposeArguments(target, workDir, args, profiles);
+    if (parentFolder.IsEmpty() || line.IsEmpty())
+        return false;
+    // A longer line would come back cut short from the next load, and so restore wrongly.
+    if (line.Length() > LinkBufferCapacity) {
+        if (tooLong)
+            *tooLong = true;
+        return false;
+    }
     if (SetLinkPath(m_shellLink, parentPath.Text()) != ShellOk)
         return false;
     bool saved = true;
-    const CTextString parentFolder = FolderOf(parentPath.Text(), true);
     if (SetLinkWorkingDirectory(m_shellLink, parentFolder.Text()) != ShellOk)
         saved = false;
-    const CTextString line = ComposeArguments(target, workDir, args, profiles);
     if (SetLinkArguments(m_shellLink, line.Text()) != ShellOk)
         saved = false;
     if (SetLinkIconLocation(m_shellLink, m_linkIconPath.Text(), m_linkIconIndex) != ShellOk)

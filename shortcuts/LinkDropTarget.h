@@ -46,7 +46,13 @@ public:
     // Reads the shortcut named by m_linkPath into the fields. The read-only bit of the file
     // is cleared first and never set back. The first failing step answers false and leaves
     // the fields read so far as they are. Without both interfaces: false, nothing touched.
+    // True only when every field was read whole, through both interfaces of the object;
+    // m_linkBeyondCodePage then tells whether a text differs between them.
     bool LoadLink();
+
+    // A shortcut that could not be read whole: m_linkPath is emptied and the user told
+    // "Load Failure" (when there is an owner to tell).
+    void ReportLoadFailure();
 
     // Points the shortcut at the parent program and stores the enhanced line, then writes
     // the file. The dialog passes m_parentPath (the full path of Zelmar.exe; its folder
@@ -54,8 +60,11 @@ public:
     // m_selected. Without both interfaces or without a path nothing is touched and the
     // answer is false. A failing SetPath stops at once and nothing is written; any later failing
     // step makes the answer false but the remaining steps still run, the file included.
+    // The line and the working folder are made before anything is set: when either could not
+    // be had, or the line is longer than a load reads back (*tooLong then set), nothing is
+    // touched and the answer is false.
     bool SaveEnhanced(const CTextString& parentPath, const CTextString& target, const CTextString& workDir,
-                      const CTextString& args, const CChain<CTextString>& profiles);
+                      const CTextString& args, const CChain<CTextString>& profiles, bool* tooLong = nullptr);
 
     // The drag: a copy effect for a drag whose first name ends in ".lnk" in any case, none
     // for anything else or while the interfaces are missing. The key state plays no part.
@@ -76,6 +85,9 @@ public:
     CTextString m_linkIconPath;   // m_linkTarget when the shortcut names no icon file
     CTextString m_linkWorkDir;
     std::int32_t m_linkIconIndex;
+    // The target, arguments, working folder or icon file hold characters that the code page
+    // cannot carry: the single-byte reading holds look-alikes, and a save would keep them.
+    bool m_linkBeyondCodePage;
     ShellLinkInterface* m_shellLink;     // one reference, owned; null when released
     PersistFileInterface* m_persistFile; // one reference, owned; null when released
     bool m_interfacesReady;

@@ -5,14 +5,59 @@
 #include "files/Paths.h"
 #include "files/WindowedFile.h"
 
+#include <cstring>
+
 namespace {
 
+// Empty when the folder is unknown or the path could not be had whole: a path cut short
+// would name a file elsewhere, at worst at the root of the drive.
 CTextString FileIn(const CTextString& programFolder, const char* name)
 {
+    if (programFolder.IsEmpty())
+        return CTextString(0);
+    const bool endsInBackslash = programFolder.Text()[programFolder.Length() - 1] == '\\';
+    const int expected = programFolder.Length() + (endsInBackslash ? 0 : 1) + static_cast<int>(std::strlen(name));
     CTextString path(programFolder);
     EnsureBackslash(path);
     path.Append(name);
+    if (path.Length() != expected)
+        path.MakeEmpty();
     return path;
+}
+
+// Appends text, and tells whether all of it went on.
+bool AppendWhole(CTextString& to, const CTextString& text)
+{
+    const int before = to.Length();
+    to.Append(text);
+    return to.Length() == before + text.Length();
+}
+
+bool AppendWhole(CTextString& to, const char* text)
+{
+    const int before = to.Length();
+    to.Append(text);
+    return to.Length() == before + static_cast<int>(std::strlen(text));
+}
+
+bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextString>* leaveOut,
+                   CTextString& report)
+{
+    const int count = shortcuts.Count() - (leaveOut ? 1 : 0);
+    report.Assign(FormatInteger(static_cast<std::uint32_t>(count), true, 0));
+    bool whole = !report.IsEmpty() && AppendWhole(report, count != 1 ? " Shortcuts" : " Shortcut") &&
+                 AppendWhole(report, " currently modified. Do not delete the file \"ShortcutList\" or "
+                                     "Zelmardeck\r\nwill not be able to restore these shortcuts if you "
+                                     "uninstall.\r\n");
+    for (CChainNode<CTextString>* node = shortcuts.Head(); node && whole; node = node->next) {
+        if (node == leaveOut)
+            continue;
+        CTextString shown(*node->payload);
+        whole = shown.Length() == node->payload->Length();
+        shown.CollapseWide();
+        whole = whole && AppendWhole(report, "\r\n") && AppendWhole(report, shown);
+    }
+    return whole;
 }
 
 // The node of the first payload equal to path under CompareTo with case folded, or null.
@@ -85,48 +130,95 @@ void LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
     SortShortcuts(shortcuts);
 }
 
+ListFiles::ListFiles() : listPath(0), reportPath(0), list(0), report(0) {}
+
+ListChange::ListChange() : added(nullptr), removed(nullptr) {}
+
+bool ComposeList(CChain<CTextString>& shortcuts, const CTextString& programFolder,
+                 const CChainNode<CTextString>* leaveOut, ListFiles& files)
+{
+    SortShortcuts(shortcuts);
+    files.listPath.Assign(ShortcutListPath(programFolder));
+    files.reportPath.Assign(ShortcutReportPath(programFolder));
+    if (files.listPath.IsEmpty() || files.reportPath.IsEmpty())
+        return false;
+    files.list.MakeEmpty();
+    for (CChainNode<CTextString>* node = shortcuts.Head(); node; node = node->next) {
+        if (node != leaveOut && !AppendWhole(files.list, *node->payload))
+            return false;
+    }
+    return ComposeReport(shortcuts, leaveOut, files.report);
+}
+
+void WriteList(const ListFiles& files)
+{
+    (void)WriteWholeFile(files.listPath.Text(), files.list);
+    (void)WriteWholeFile(files.reportPath.Text(), files.report);
+}
+
+bool PrepareAdd(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
+                ListChange& change)
+{
+    change.added = nullptr;
+    if (path.IsEmpty() || FindNoCase(shortcuts, path))
+        return true;
+    if (!InsertEntry(shortcuts, path, 0))
+        return false;
+    change.added = shortcuts.Tail();
+    if (ComposeList(shortcuts, programFolder, nullptr, change.files))
+        return true;
+    CancelChange(shortcuts, change);
+    return false;
+}
+
+bool PrepareRemove(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
+                   ListChange& change)
+{
+    change.removed = FindNoCase(shortcuts, path);
+    return !change.removed || ComposeList(shortcuts, programFolder, change.removed, change.files);
+}
+
+void CommitChange(CChain<CTextString>& shortcuts, ListChange& change)
+{
+    if (change.removed)
+        shortcuts.Remove(change.removed);
+    if (change.added || change.removed)
+        WriteList(change.files);
+    change.added = change.removed = nullptr;
+}
+
+void CancelChange(CChain<CTextString>& shortcuts, ListChange& change)
+{
+    if (change.added)
+        shortcuts.Remove(change.added);
+    change.added = change.removed = nullptr;
+}
+
 void AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
 {
-    if (path.IsEmpty() || FindNoCase(shortcuts, path))
-        return;
-    (void)InsertEntry(shortcuts, path, 0);
-    SaveList(shortcuts, programFolder);
+    ListChange change;
+    if (PrepareAdd(shortcuts, programFolder, path, change))
+        CommitChange(shortcuts, change);
 }
 
 void RemoveEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
 {
-    const int count = shortcuts.Count();
-    if (CChainNode<CTextString>* node = FindNoCase(shortcuts, path))
-        shortcuts.Remove(node);
-    if (shortcuts.Count() < count)
-        SaveList(shortcuts, programFolder);
+    ListChange change;
+    if (PrepareRemove(shortcuts, programFolder, path, change))
+        CommitChange(shortcuts, change);
 }
 
 void SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
 {
-    SortShortcuts(shortcuts);
-    CTextString bytes(0);
-    for (CChainNode<CTextString>* node = shortcuts.Head(); node; node = node->next)
-        bytes.Append(*node->payload);
-    (void)WriteWholeFile(ShortcutListPath(programFolder).Text(), bytes);
-    WriteReport(shortcuts, programFolder);
+    ListFiles files;
+    if (ComposeList(shortcuts, programFolder, nullptr, files))
+        WriteList(files);
 }
 
 void WriteReport(const CChain<CTextString>& shortcuts, const CTextString& programFolder)
 {
-    const int count = shortcuts.Count();
-    CTextString report = FormatInteger(static_cast<std::uint32_t>(count), true, 0);
-    report.Append(" Shortcut");
-    if (count != 1)
-        report.AppendChar('s');
-    report.Append(" currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
-                  "will not be able to restore these shortcuts if you uninstall.");
-    report.Append("\r\n");
-    for (CChainNode<CTextString>* node = shortcuts.Head(); node; node = node->next) {
-        CTextString shown(*node->payload);
-        shown.CollapseWide();
-        report.Append("\r\n");
-        report.Append(shown);
-    }
-    (void)WriteWholeFile(ShortcutReportPath(programFolder).Text(), report);
+    CTextString report(0);
+    const CTextString path = ShortcutReportPath(programFolder);
+    if (!path.IsEmpty() && ComposeReport(shortcuts, nullptr, report))
+        (void)WriteWholeFile(path.Text(), report);
 }

@@ -9,8 +9,8 @@
 // so the second entry of two starts at an odd offset, and a reader finds an entry's end by
 // a zero low byte, never by a zero unit. An empty list is a file of 0 bytes.
 //
-// Nothing here shows anything or reports a failure: a file that cannot be read is an empty
-// registry, one that cannot be written leaves memory updated and the file as it was.
+// Nothing here shows anything: a file that cannot be read is an empty registry, one that
+// cannot be written leaves memory updated and the file as it was.
 
 #include "text/Chain.h"
 #include "text/TextString.h"
@@ -28,15 +28,55 @@ void SortShortcuts(CChain<CTextString>& shortcuts);
 // file cannot be opened or read, the chain stays as it was.
 void LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder);
 
-// Adds path unless it is empty or listed already in any case; then saves.
+// Both files, paths and contents, made whole before either is written: a path or a content
+// that could not be had means that neither file is written. The paths lie in the program's
+// folder and nowhere else.
+struct ListFiles {
+    ListFiles();
+    CTextString listPath;
+    CTextString reportPath;
+    CTextString list;
+    CTextString report;
+};
+
+// Sorts the chain and makes both files for it, without leaveOut's entry (null: all). False
+// when programFolder is empty or anything could not be had.
+bool ComposeList(CChain<CTextString>& shortcuts, const CTextString& programFolder,
+                 const CChainNode<CTextString>* leaveOut, ListFiles& files);
+
+// "ShortcutList", then "ShortcutList.txt".
+void WriteList(const ListFiles& files);
+
+// One change of the registry in two steps, so that a shortcut is written between them only
+// when its registry can follow. A Prepare answers false, with the chain as it was and
+// nothing to write, when a piece could not be had. After it, either CommitChange writes the
+// files (when the chain changes) and takes out the entry to remove, or CancelChange takes
+// out the entry added.
+struct ListChange {
+    ListChange();
+    ListFiles files;
+    CChainNode<CTextString>* added;     // appended by PrepareAdd; null: nothing to add
+    CChainNode<CTextString>* removed;   // found by PrepareRemove; null: nothing to remove
+};
+// path is added unless it is empty or listed already in any case.
+bool PrepareAdd(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
+                ListChange& change);
+// The first entry equal to path in any case is to go.
+bool PrepareRemove(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
+                   ListChange& change);
+void CommitChange(CChain<CTextString>& shortcuts, ListChange& change);
+void CancelChange(CChain<CTextString>& shortcuts, ListChange& change);
+
+// Both steps at once: adds path unless it is empty or listed already in any case; then saves.
 void AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path);
 
 // Removes the first entry equal to path in any case; saves only if one went.
 void RemoveEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path);
 
-// Sorts, rewrites "ShortcutList" whole, then the report.
+// Sorts, rewrites "ShortcutList" whole, then the report; neither when either cannot be made.
 void SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder);
 
 // Rewrites "ShortcutList.txt": the count and notice, an empty line, then each entry's
-// single-byte form, CR LF between lines and none behind the last.
+// single-byte form, CR LF between lines and none behind the last. Nothing when it cannot be
+// made whole.
 void WriteReport(const CChain<CTextString>& shortcuts, const CTextString& programFolder);

@@ -5,6 +5,7 @@
 #include "platform/model/ShellLinkModel.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <map>
@@ -15,6 +16,7 @@
 // Both interfaces of one stand-in object point at the same record, as COM's do.
 struct ShellLinkInterface {
     ShellLinkModel::LinkFile current;
+    std::u16string wide[4];   // by LinkText; empty: the single-byte text widened
     int references = 0;
 };
 
@@ -25,20 +27,18 @@ struct Store {
     std::map<std::string, LinkFile> files;
     std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
+    std::map<std::string, std::array<std::u16string, 4>> wide;
     std::vector<std::string> calls;
     int liveObjects = 0;
 };
 
 Store& TheStore()
 {
-    static Store store;
+    static Store store;   // outlives every test
     return store;
 }
 
-std::string Key(const CTextString& widePath)
-{
-    return std::string(widePath.Text(), static_cast<std::size_t>(widePath.Length()));
-}
+std::string Key(const CTextString& widePath) { return std::string(widePath.Text(), static_cast<std::size_t>(widePath.Length())); }
 
 // Low bytes of the units, the trailing zero dropped: how a wide path reads in a call line.
 std::string Shown(const std::string& widePath)
@@ -61,8 +61,11 @@ bool Record(Step step, const std::string& line, ShellResult* result)
     return true;
 }
 
-ShellResult Give(const std::string& text, char* buffer, int capacity)
+ShellResult Give(Step step, const char* name, const std::string& text, char* buffer, int capacity)
 {
+    ShellResult result;
+    if (Record(step, std::string(name) + " " + std::to_string(capacity), &result))
+        return result;
     if (capacity <= 0)
         return Failed;
     const std::size_t n = std::min(text.size(), static_cast<std::size_t>(capacity - 1));
@@ -71,10 +74,20 @@ ShellResult Give(const std::string& text, char* buffer, int capacity)
     return ShellOk;
 }
 
-ShellLinkInterface* ObjectOf(PersistFileInterface* file)
+// A single-byte field set through the interface; its wide reading follows it again.
+ShellResult Set(Step step, const std::string& line, ShellLinkInterface* link, LinkText which, const char* value)
 {
-    return reinterpret_cast<ShellLinkInterface*>(file);
+    ShellResult result;
+    if (Record(step, line, &result))
+        return result;
+    LinkFile& file = link->current;
+    std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
+    *fields[which] = value;
+    link->wide[which].clear();
+    return ShellOk;
 }
+
+ShellLinkInterface* ObjectOf(PersistFileInterface* file) { return reinterpret_cast<ShellLinkInterface*>(file); }
 
 void Drop(ShellLinkInterface* object)
 {
@@ -94,39 +107,29 @@ bool LinkFile::operator==(const LinkFile& other) const
 
 void Reset()
 {
-    Store& store = TheStore();
-    store.files.clear();
-    store.saves.clear();
-    store.failures.clear();
-    store.calls.clear();
+    const int live = TheStore().liveObjects;
+    TheStore() = Store();
+    TheStore().liveObjects = live;
 }
 
 std::string Wide(const std::string& path)
 {
     std::string wide;
-    for (char ch : path) {
-        wide += ch;
-        wide += '\0';
-    }
-    wide += '\0';
-    return wide;
+    for (char ch : path)
+        wide += std::string{ch, '\0'};
+    return wide + '\0';
 }
 
 void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath] = file; }
 
-bool HasFile(const std::string& widePath) { return TheStore().files.count(widePath) != 0; }
-
-LinkFile GetFile(const std::string& widePath)
+void PutWide(const std::string& widePath, LinkText which, const std::u16string& units)
 {
-    auto found = TheStore().files.find(widePath);
-    return found == TheStore().files.end() ? LinkFile() : found->second;
+    TheStore().wide[widePath][which] = units;
 }
 
-int SaveCount(const std::string& widePath)
-{
-    auto found = TheStore().saves.find(widePath);
-    return found == TheStore().saves.end() ? 0 : found->second;
-}
+LinkFile GetFile(const std::string& widePath) { return TheStore().files.count(widePath) ? TheStore().files[widePath] : LinkFile(); }
+
+int SaveCount(const std::string& widePath) { return TheStore().saves.count(widePath) ? TheStore().saves[widePath] : 0; }
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
@@ -183,6 +186,7 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
     if (found == TheStore().files.end())
         return NotFound;
     ObjectOf(file)->current = found->second;
+    std::copy_n(TheStore().wide[key].begin(), 4, ObjectOf(file)->wide);
     return ShellOk;
 }
 
@@ -193,6 +197,7 @@ ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath
     if (Record(StepSave, "Save " + Shown(key), &result))
         return result;
     TheStore().files[key] = ObjectOf(file)->current;
+    std::copy_n(ObjectOf(file)->wide, 4, TheStore().wide[key].begin());
     ++TheStore().saves[key];
     return ShellOk;
 }
@@ -202,81 +207,71 @@ ShellResult ResolveLink(ShellLinkInterface*, void* window)
     char line[40];
     std::snprintf(line, sizeof line, "Resolve %p", window);
     ShellResult result;
-    if (Record(StepResolve, line, &result))
-        return result;
-    return ShellOk;
+    return Record(StepResolve, line, &result) ? result : ShellOk;
 }
 
 ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    ShellResult result;
-    if (Record(StepGetPath, "GetPath " + std::to_string(capacity), &result))
-        return result;
-    if (link->current.path.empty()) {
-        Give("", buffer, capacity);
-        return ShellFalse;
-    }
-    return Give(link->current.path, buffer, capacity);
+    const ShellResult result = Give(StepGetPath, "GetPath", link->current.path, buffer, capacity);
+    return result == ShellOk && link->current.path.empty() ? ShellFalse : result;
 }
 
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    ShellResult result;
-    if (Record(StepGetArguments, "GetArguments " + std::to_string(capacity), &result))
-        return result;
-    return Give(link->current.arguments, buffer, capacity);
+    return Give(StepGetArguments, "GetArguments", link->current.arguments, buffer, capacity);
 }
 
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index)
 {
-    ShellResult result;
-    if (Record(StepGetIconLocation, "GetIconLocation " + std::to_string(capacity), &result))
-        return result;
-    *index = link->current.iconIndex;
-    return Give(link->current.iconPath, buffer, capacity);
+    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link->current.iconPath, buffer, capacity);
+    if (result == ShellOk)
+        *index = link->current.iconIndex;
+    return result;
 }
 
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    ShellResult result;
-    if (Record(StepGetWorkingDirectory, "GetWorkingDirectory " + std::to_string(capacity), &result))
-        return result;
-    return Give(link->current.workDir, buffer, capacity);
+    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link->current.workDir, buffer, capacity);
+}
+
+// Not recorded among the calls: it reads what the single-byte reads already did.
+ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)
+{
+    const LinkFile& file = link->current;
+    const std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
+    const std::u16string& units = link->wide[which];
+    if (units.empty())
+        return WidenByCodePage(CTextString(fields[which]->c_str()), wide) ? ShellOk : Failed;
+    wide.MakeEmpty();
+    for (char16_t unit : units) {
+        const char pair[2] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        wide.AppendBytes(pair, 2);
+    }
+    wide.AppendChar('\0');
+    return wide.Length() == static_cast<int>(2 * units.size() + 1) ? ShellOk : Failed;
 }
 
 ShellResult SetLinkPath(ShellLinkInterface* link, const char* path)
 {
-    ShellResult result;
-    if (Record(StepSetPath, std::string("SetPath ") + path, &result))
-        return result;
-    link->current.path = path;
-    return ShellOk;
+    return Set(StepSetPath, std::string("SetPath ") + path, link, LinkTextPath, path);
 }
 
 ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder)
 {
-    ShellResult result;
-    if (Record(StepSetWorkingDirectory, std::string("SetWorkingDirectory ") + folder, &result))
-        return result;
-    link->current.workDir = folder;
-    return ShellOk;
+    return Set(StepSetWorkingDirectory, std::string("SetWorkingDirectory ") + folder, link, LinkTextWorkingDirectory,
+               folder);
 }
 
 ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments)
 {
-    ShellResult result;
-    if (Record(StepSetArguments, std::string("SetArguments ") + arguments, &result))
-        return result;
-    link->current.arguments = arguments;
-    return ShellOk;
+    return Set(StepSetArguments, std::string("SetArguments ") + arguments, link, LinkTextArguments, arguments);
 }
 
 ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index)
 {
-    ShellResult result;
-    if (Record(StepSetIconLocation, std::string("SetIconLocation ") + path + "," + std::to_string(index), &result))
-        return result;
-    link->current.iconPath = path;
-    link->current.iconIndex = index;
-    return ShellOk;
+    const std::string line = std::string("SetIconLocation ") + path + "," + std::to_string(index);
+    const ShellResult result = Set(StepSetIconLocation, line, link, LinkTextIconLocation, path);
+    if (result == ShellOk)
+        link->current.iconIndex = index;
+    return result;
 }

@@ -29,19 +29,9 @@ struct LinkFile {
 };
 
 enum Step {
-    StepCreate,
-    StepQueryPersistFile,
-    StepLoad,
-    StepResolve,
-    StepGetPath,
-    StepGetArguments,
-    StepGetIconLocation,
-    StepGetWorkingDirectory,
-    StepSetPath,
-    StepSetWorkingDirectory,
-    StepSetArguments,
-    StepSetIconLocation,
-    StepSave,
+    StepCreate, StepQueryPersistFile, StepLoad, StepResolve,
+    StepGetPath, StepGetArguments, StepGetIconLocation, StepGetWorkingDirectory,
+    StepSetPath, StepSetWorkingDirectory, StepSetArguments, StepSetIconLocation, StepSave,
 };
 
 const ShellResult Failed = static_cast<ShellResult>(0x80004005u);     // E_FAIL
@@ -54,7 +44,10 @@ void Reset();
 std::string Wide(const std::string& path);
 
 void PutFile(const std::string& widePath, const LinkFile& file);
-bool HasFile(const std::string& widePath);
+// What the wide interface reads of a text of the stored file, where it holds characters the
+// code page cannot: without one it reads the single-byte text widened. A Set call on a
+// loaded object drops it; a save stores the object's.
+void PutWide(const std::string& widePath, LinkText which, const std::u16string& units);
 LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
 int SaveCount(const std::string& widePath);      // how many times SaveLinkFile wrote it
 

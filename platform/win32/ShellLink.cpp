@@ -1,4 +1,4 @@
-// Shell links through COM: CLSID_ShellLink, IShellLinkA and IPersistFile. The caller has
+// Shell links through COM: CLSID_ShellLink, IShellLinkA, IShellLinkW and IPersistFile. The caller has
 // started COM (OleInitialize or CoInitialize) on this thread.
 
 #include "platform/ShellLink.h"
@@ -10,6 +10,7 @@
 #include <shobjidl.h>
 
 #include <cstring>
+#include <cwchar>
 
 #include "text/Allocation.h"
 #include "text/TextString.h"
@@ -38,6 +39,17 @@ wchar_t* WideCopy(const CTextString& widePath)
     std::memset(block, 0, bytes + 4);
     std::memcpy(block, widePath.Text(), bytes);
     return static_cast<wchar_t*>(block);
+}
+
+// units terminated, as the shell left them, in the system's wide form; x86 keeps a
+// wchar_t low byte first, as the form wants.
+bool WideForm(const wchar_t* units, CTextString& wide)
+{
+    const int bytes = static_cast<int>(std::wcslen(units) * sizeof(wchar_t));
+    wide.MakeEmpty();
+    wide.AppendBytes(units, bytes);
+    wide.AppendChar('\0');
+    return wide.Length() == bytes + 1;
 }
 
 }   // namespace
@@ -122,6 +134,60 @@ ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capa
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
     return LinkOf(link)->GetWorkingDirectory(buffer, capacity);
+}
+
+ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)
+{
+    IShellLinkW* wideLink = nullptr;
+    HRESULT hr = LinkOf(link)->QueryInterface(IID_IShellLinkW, reinterpret_cast<void**>(&wideLink));
+    if (hr != S_OK) {
+        if (wideLink)
+            wideLink->Release();
+        return hr;
+    }
+    // As large as the single-byte reads; the last unit stays the terminator.
+    const int capacity = 16384;
+    wchar_t buffer[capacity] = {};
+    int index = 0;
+    switch (which) {
+    case LinkTextPath:
+        hr = wideLink->GetPath(buffer, capacity - 1, nullptr, 0);
+        break;
+    case LinkTextArguments:
+        hr = wideLink->GetArguments(buffer, capacity - 1);
+        break;
+    case LinkTextWorkingDirectory:
+        hr = wideLink->GetWorkingDirectory(buffer, capacity - 1);
+        break;
+    case LinkTextIconLocation:
+        hr = wideLink->GetIconLocation(buffer, capacity - 1, &index);
+        break;
+    }
+    wideLink->Release();
+    if (hr == S_OK && !WideForm(buffer, wide))
+        hr = E_OUTOFMEMORY;
+    return hr;
+}
+
+bool WidenByCodePage(const CTextString& text, CTextString& wide)
+{
+    wide.MakeEmpty();
+    if (text.IsEmpty()) {
+        wide.AppendChar('\0');
+        return wide.Length() == 1;
+    }
+    const int units = MultiByteToWideChar(CP_ACP, 0, text.Text(), text.Length(), nullptr, 0);
+    if (units <= 0)
+        return false;
+    const std::size_t bytes = static_cast<std::size_t>(units + 1) * sizeof(wchar_t);
+    wchar_t* block = static_cast<wchar_t*>(AllocateBlock(bytes));
+    if (!block)
+        return false;
+    std::memset(block, 0, bytes);
+    MultiByteToWideChar(CP_ACP, 0, text.Text(), text.Length(), block, units);
+    const bool made = WideForm(block, wide);
+    FreeBlock(block);
+    return made;
 }
 
 ShellResult SetLinkPath(ShellLinkInterface* link, const char* path)

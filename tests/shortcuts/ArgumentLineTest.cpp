@@ -175,14 +175,16 @@ TEST_F(ArgumentLineAllocationFailure, TokenizeDropsOneWholeToken)
     EXPECT_GT(runs, 10);
 }
 
-TEST_F(ArgumentLineAllocationFailure, TakeApartDropsOneItem)
+// A line taken apart is whole, or told to be incomplete (and then counts as nothing).
+TEST_F(ArgumentLineAllocationFailure, TakeApartIsWholeOrSaysSo)
 {
     const CTextString line("profile=\"A\" profile=\"B\" target=\"T\" targetDir=\"D\" args=\"X\"");
     const long runs = FailEachAllocation(
         [&] {
             CChain<CTextString> tokens, profiles;
             CTextString target(0), workDir(0), args(0);
-            TakeApartArguments(line, tokens, profiles, target, workDir, args);
+            if (!TakeApartArguments(line, tokens, profiles, target, workDir, args))
+                return List{};
             List items;
             for (const std::string& profile : Items(profiles))
                 items.push_back("profile " + profile);
@@ -190,6 +192,7 @@ TEST_F(ArgumentLineAllocationFailure, TakeApartDropsOneItem)
                 if (!value->IsEmpty())
                     items.push_back(Bytes(*value));
             }
+            EXPECT_EQ(5u, items.size());
             return items;
         },
         {"profile A", "profile B", "T", "D", "X"});
