@@ -5,6 +5,8 @@
 
 #include "files/Paths.h"
 
+#include <cstring>
+
 CChunkGroup::CChunkGroup(const CChunkGroup& other)
     : CChunkHeader(other), id(other.id), childCount(other.childCount)
 {
@@ -21,6 +23,7 @@ CChunkFile::CChunkFile()
       isWriting(false),
       inMemory(false),
       writeFailed(false),
+      outOfMemory(false),
       version(0),
       firstChunkOffset(0),
       fileName(0),
@@ -62,13 +65,13 @@ bool CChunkFile::Close()
     return isWriting ? CloseWriting() : CloseReading();
 }
 
+// A copy that lacks a child record would hide part of the group: it counts as a failure.
 bool CChunkFile::PushGroup(const CChunkGroup& group)
 {
     CChunkGroup* copy = HeapNew<CChunkGroup>(group);
-    if (!copy)
-        return false;
-    if (!openGroups.Append(copy)) {
+    if (!copy || copy->children.Count() != group.children.Count() || !openGroups.Append(copy)) {
         HeapDelete(copy);
+        outOfMemory = true;
         return false;
     }
     return true;
@@ -80,20 +83,25 @@ void CChunkFile::DropTopGroup()
     currentGroup = openGroups.IsEmpty() ? nullptr : openGroups.Tail()->payload;
 }
 
-// A main file that will not open or is damaged gives way to its .tmp twin; the twin is
-// deleted once copied, so one Open copies at most once.
+// A main file that is missing or damaged gives way to its .tmp twin; the twin is deleted
+// once copied, so one Open copies at most once. Memory that could not be had says nothing
+// about the file: a healthy file is never replaced for it.
 bool CChunkFile::Open(const char* path)
 {
     if (isOpen)
         return true;
+    outOfMemory = false;
     fileName.Assign(path);
     reader.name.Assign(fileName);
-    if (!reader.Open(false) && !Recover())
+    // A name cut short would open, or replace, another file.
+    if (fileName.Length() != static_cast<int>(std::strlen(path)) || reader.name.Length() != fileName.Length())
+        return false;
+    if (!reader.Open(false) && (PathExists(fileName.Text()) || !Recover()))
         return false;
     inMemory = false;
     if (ReadHeader())
         return true;
-    if (!Recover())
+    if (outOfMemory || !Recover())
         return false;
     return ReadHeader();
 }
@@ -166,12 +174,14 @@ bool CChunkFile::ReadHeader()
     return true;
 }
 
+// Byte by byte, so that no copy is needed: a failure here always means other bytes.
 bool CChunkFile::ReadSignature()
 {
-    CTextString bytes(0);
     const std::uint32_t size = static_cast<std::uint32_t>(signature.Length());
-    if (!reader.Read(bytes, std::uint64_t{0}, size) || !bytes.Equals(signature))
-        return false;
+    for (std::uint32_t i = 0; i < size; ++i) {
+        if (reader.ReadByte(i) != static_cast<unsigned char>(signature.Text()[i]))
+            return false;
+    }
     if (!reader.ReadBigEndian16(&version, std::uint64_t{size}))
         return false;
     firstChunkOffset = size + 2;
@@ -216,8 +226,11 @@ bool CChunkFile::ScanChildren(CChunkGroup& group)
         if (!ReadChunkHeader(child, position))
             return false;
         CChunkHeader* copy = HeapNew<CChunkHeader>(child);
-        if (copy && !group.children.Append(copy))
+        if (!copy || !group.children.Append(copy)) {
             HeapDelete(copy);
+            outOfMemory = true;
+            return false;
+        }
         position = child.offset + child.length + (child.type == 1 ? 8 : 0);
     }
     return true;

@@ -113,6 +113,7 @@ private:
     bool isWriting;
     bool inMemory;
     bool writeFailed;   // a write went wrong: Close must not let the .tmp twin replace the file
+    bool outOfMemory;   // reading: memory failed, so a failed Open does not mean damage
     std::uint16_t version;
     std::uint32_t firstChunkOffset;
     CTextString fileName;

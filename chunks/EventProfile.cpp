@@ -69,10 +69,14 @@ CTextString CEventProfile::GetExtension() const
 bool CEventProfile::ListProfiles(CChain<CTextString>& list)
 {
     list.Clear();
-    CTextString folder = ModuleFolder(nullptr);
-    folder.Append("\\Profiles");
-    CTextString pattern("*");
-    pattern.Append(GetExtension());
+    // A folder or pattern cut short would search elsewhere: then nothing is searched.
+    const CTextString programFolder = ModuleFolder(nullptr);
+    const CTextString folder = programFolder.Concat("\\Profiles");
+    const CTextString extension = GetExtension();
+    const CTextString pattern = CTextString("*").Concat(extension);
+    if (programFolder.IsEmpty() || folder.Length() != programFolder.Length() + 9 || extension.IsEmpty() ||
+        pattern.Length() != extension.Length() + 1)
+        return true;
 
     CFileWalker walker(WalkFiles | WalkFullNames, pattern.Text(), folder.Text(), nullptr, false);
     CWalkEntry entry;

@@ -48,7 +48,8 @@ public:
     CTextString GetExtension() const;
     // Empties list, then appends the name of every profile in the Profiles folder beside
     // the program, in the order the folder delivers them; no sorting, duplicates kept.
-    // Files that give no name are passed over. Always true.
+    // Files that give no name are passed over. Always true; the list stays empty when the
+    // folder's path or the pattern could not be had.
     bool ListProfiles(CChain<CTextString>& list);
 
     static const std::uint32_t TypeGroupId = 1;

@@ -95,7 +95,10 @@ void CFileWalker::CloseSearch()
 bool CFileWalker::AdvanceSearch(const CTextString& mask)
 {
     if (findHandle == InvalidFindHandle) {
+        // A pattern that could not be had would search another folder, or for everything.
         const CTextString pattern = root.Concat(mask);
+        if (pattern.IsEmpty() || mask.IsEmpty())
+            return false;
         findHandle = FindFirst(pattern.Text(), &findData);
         return findHandle != InvalidFindHandle;
     }
