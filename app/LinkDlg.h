@@ -78,6 +78,7 @@ public:
     FontHandle m_nameFont;      // owned
     bool m_isEnhanced;
     bool m_restoringAll;
+    bool m_listWhole;   // LoadList read every entry of ShortcutList (or found none to read)
     CTextString m_parentPath;
     CTextString m_target;
     CTextString m_targetDir;

@@ -9,6 +9,7 @@
 #include "shortcuts/ArgumentLine.h"
 #include "shortcuts/QuoteChars.h"
 #include "shortcuts/ShortcutList.h"
+#include "text/Allocation.h"
 
 namespace {
 
@@ -23,17 +24,23 @@ void CLinkDlg::ReadQuoteChars()
 
 void CLinkDlg::LoadList()
 {
-    ::LoadList(m_shortcuts, ModuleFolder(nullptr));
+    m_listWhole = ::LoadList(m_shortcuts, ModuleFolder(nullptr));
 }
 
+// A list read only in part would be written back without the entries it lacks: it is read
+// again first, and without it whole nothing is prepared.
 bool CLinkDlg::PrepareAdd(const CTextString& path, ListChange& change)
 {
-    return ::PrepareAdd(m_shortcuts, ModuleFolder(nullptr), path, change);
+    if (!m_listWhole)
+        LoadList();
+    return m_listWhole && ::PrepareAdd(m_shortcuts, ModuleFolder(nullptr), path, change);
 }
 
 bool CLinkDlg::PrepareRemove(const CTextString& path, ListChange& change)
 {
-    return ::PrepareRemove(m_shortcuts, ModuleFolder(nullptr), path, change);
+    if (!m_listWhole)
+        LoadList();
+    return m_listWhole && ::PrepareRemove(m_shortcuts, ModuleFolder(nullptr), path, change);
 }
 
 // The first token is the program's name, whatever it says. Every "-RestoreAll", in any
@@ -58,11 +65,14 @@ bool CLinkDlg::ProcessCommandLine()
 
 // The same steps a person takes, one shortcut after the other, without a word. Without the
 // link interfaces nothing can be loaded: the shortcuts stay as they are and so do the list
-// files, so that a later run can still restore them.
+// files, so that a later run can still restore them. So too when the list was not read
+// whole, or memory failed during the run, since a shortcut may then have been passed over;
+// one put back already is plain by then, and a later run passes it over in turn.
 void CLinkDlg::RunRestoreAll()
 {
     if (!m_dropTarget.m_interfacesReady)
         return;
+    const long failuresBefore = AllocationFailures();
     m_restoringAll = true;
     for (CChainNode<CTextString>* node = m_shortcuts.Head(); node; node = node->next) {
         m_dropTarget.m_linkPath.Assign(*node->payload);
@@ -73,6 +83,8 @@ void CLinkDlg::RunRestoreAll()
             OnRestore();
     }
     m_restoringAll = false;
+    if (!m_listWhole || AllocationFailures() != failuresBefore)
+        return;
 
     const CTextString folder = ModuleFolder(nullptr);
     DeleteFileAt(ShortcutListPath(folder).Text());

@@ -29,6 +29,7 @@ CLinkDlg::CLinkDlg()
       m_nameFont(nullptr),
       m_isEnhanced(false),
       m_restoringAll(false),
+      m_listWhole(false),
       m_leftArgQuote('['),
       m_rightArgQuote(']')
 {

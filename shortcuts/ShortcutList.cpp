@@ -98,14 +98,17 @@ void SortShortcuts(CChain<CTextString>& shortcuts)
     });
 }
 
-void LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
+bool LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
 {
     const CTextString path = ShortcutListPath(programFolder);
     CTextString bytes(0);
     CWindowedFile file(nullptr);
+    if (path.IsEmpty())
+        return false;
     if (!file.LoadWhole(path.Text(), bytes))
-        return;
+        return !PathExists(path.Text());
     shortcuts.Clear();
+    bool whole = true;
 
     // Only the first byte of each pair is tested: a zero high byte, as every Latin
     // character has, never ends an entry. The terminator is one byte, so the next entry
@@ -122,12 +125,13 @@ void LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
         const int length = index - start + 1;
         CTextString entry(0);
         entry.AppendBytes(text + start, length);
-        if (entry.Length() == length && !ListedExactly(shortcuts, entry))
-            (void)InsertEntry(shortcuts, entry, 0);
+        if (entry.Length() != length || (!ListedExactly(shortcuts, entry) && !InsertEntry(shortcuts, entry, 0)))
+            whole = false;
         start = index + 1;
         index = start;
     }
     SortShortcuts(shortcuts);
+    return whole;
 }
 
 ListFiles::ListFiles() : listPath(0), reportPath(0), list(0), report(0) {}

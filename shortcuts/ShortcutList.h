@@ -25,8 +25,10 @@ void SortShortcuts(CChain<CTextString>& shortcuts);
 
 // Replaces the chain by the file's entries, exact duplicates once, sorted. An entry cut off
 // by the end of the file is dropped, and so is one whose memory cannot be had. When the
-// file cannot be opened or read, the chain stays as it was.
-void LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder);
+// file cannot be opened or read, the chain stays as it was. False when the chain may lack
+// a listed entry: its path, its bytes or an entry's memory could not be had. A missing
+// file is an empty registry, read whole.
+bool LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder);
 
 // Both files, paths and contents, made whole before either is written: a path or a content
 // that could not be had means that neither file is written. The paths lie in the program's

@@ -1,0 +1,331 @@
+// Every allocation of a scenario failed once in turn: after each step the files of the
+// installation folder and the stand-in's shortcuts are as before the step or as a clean
+// run leaves them, never anything else, and nothing is written outside the folder.
+// Crashes and leaks are the sanitizers' to find. Then the refusals that keep a Save
+// undoable: characters outside the code page, and a line too long to be read back.
+
+#include "AppFixture.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "chunks/EventProfile.h"
+#include "platform/model/ShellLinkModel.h"
+#include "text/Allocation.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ShellLinkModel::LinkFile;
+using ShellLinkModel::Wide;
+
+struct State {
+    std::map<std::string, std::string> files;   // relative path: bytes
+    std::vector<LinkFile> links;
+    bool operator==(const State& o) const { return files == o.files && links == o.links; }
+};
+
+// Where a path cut short would have put a list file: the drive's root and the current folder.
+const char* const StrayPlaces[] = {"/ShortcutList", "/ShortcutList.txt", "ShortcutList", "ShortcutList.txt"};
+
+class AllocationSweep : public AppFixture {
+protected:
+    // A scenario writes its start afresh in prepare; run calls step() after each step.
+    // tells: a failed step is to be told to the user. same: what may differ between a
+    // state and the clean run's without harm (a failed step earlier may have changed what
+    // the user chose) is made the same in both.
+    struct Scenario {
+        std::function<void()> prepare;
+        std::function<void(const std::function<void()>& step)> run;
+        bool tells = false;
+        std::function<void(State&)> same = [](State&) {};
+    };
+    struct Figures {
+        long swept = 0, lost = 0, torn = 0, stray = 0;
+    };
+
+    State Capture() const
+    {
+        State state;
+        for (const auto& entry : fs::recursive_directory_iterator(nativeFolder)) {
+            if (!entry.is_regular_file())
+                continue;
+            std::ifstream in(entry.path(), std::ios::binary);
+            state.files[fs::relative(entry.path(), nativeFolder).string()] =
+                std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        }
+        for (const std::string& link : links)
+            state.links.push_back(ShellLinkModel::GetFile(Wide(link)));
+        return state;
+    }
+
+    // A fresh installation folder; the shortcuts are the scenario's to put.
+    void Fresh()
+    {
+        for (const auto& entry : fs::directory_iterator(nativeFolder))
+            fs::remove_all(entry.path());
+        WriteProgramFile("Zelmar.exe", "MZ");
+        ShellLinkModel::Reset();
+    }
+
+    // Whole: the state is one of the two. Item by item: each file and shortcut is as in one
+    // of them, for a step that changes many independent shortcuts.
+    static bool OneOf(const State& got, const State& before, const State& after, bool byItem)
+    {
+        if (!byItem)
+            return got == before || got == after;
+        std::map<std::string, std::string> keys = before.files;
+        keys.insert(after.files.begin(), after.files.end());
+        keys.insert(got.files.begin(), got.files.end());
+        auto same = [](const State& a, const State& b, const std::string& key) {
+            return a.files.count(key) == b.files.count(key) && (!a.files.count(key) || a.files.at(key) == b.files.at(key));
+        };
+        for (const auto& key : keys) {
+            if (!same(got, before, key.first) && !same(got, after, key.first))
+                return false;
+        }
+        for (std::size_t i = 0; i < got.links.size(); ++i) {
+            if (!(got.links[i] == before.links[i]) && !(got.links[i] == after.links[i]))
+                return false;
+        }
+        return true;
+    }
+
+    // One clean run gives the count and each step's state; then allocation n fails, for
+    // every n. A step is torn when it leaves a state that is neither the one before it nor
+    // the clean one after it. It is lost when the failure fell in it and it left the state
+    // before it without telling the user; item by item, when a shortcut is left as it was
+    // though the registry file that would put it back is gone.
+    Figures Sweep(const char* name, const Scenario& scenario, bool byItem = false)
+    {
+        Figures figures;
+        scenario.prepare();
+        std::vector<State> clean{Capture()};
+        FailAllocation(0);
+        scenario.run([&] { clean.push_back(Capture()); });
+        for (State& state : clean)
+            scenario.same(state);
+        const long count = AllocationsMade();
+        for (long n = 1; n <= count; ++n) {
+            scenario.prepare();
+            State before = Capture();
+            scenario.same(before);
+            std::size_t step = 0, boxes = DialogModel().messageBoxes.size();
+            long madeBefore = 0;
+            FailAllocation(n);
+            scenario.run([&] {
+                const long made = AllocationsMade();
+                State after = Capture();
+                scenario.same(after);
+                const State& cleanAfter = clean[std::min(++step, clean.size() - 1)];
+                const bool told = DialogModel().messageBoxes.size() > boxes;
+                bool lost = scenario.tells && madeBefore < n && made >= n && !told && after == before && !(after == cleanAfter);
+                for (std::size_t i = 0; byItem && i < after.links.size(); ++i)
+                    lost = lost || (after.links[i] == before.links[i] && !(after.links[i] == cleanAfter.links[i]) &&
+                                     before.files.count("ShortcutList") && !after.files.count("ShortcutList"));
+                figures.torn += OneOf(after, before, cleanAfter, byItem) ? 0 : 1;
+                figures.lost += lost ? 1 : 0;
+                before = after;
+                madeBefore = made;
+                boxes = DialogModel().messageBoxes.size();
+            });
+            FailAllocation(0);
+            for (const char* place : StrayPlaces)
+                figures.stray += fs::remove(place) ? 1 : 0;
+            ++figures.swept;
+        }
+        std::printf("sweep %s: %ld allocations swept, %ld lost, %ld torn, %ld stray\n", name, figures.swept,
+                    figures.lost, figures.torn, figures.stray);
+        return figures;
+    }
+
+    void ExpectNone(const Figures& figures)
+    {
+        EXPECT_GT(figures.swept, 100);
+        EXPECT_EQ(0, figures.lost);
+        EXPECT_EQ(0, figures.torn);
+        EXPECT_EQ(0, figures.stray);
+    }
+
+    std::string ProfileBytes(const char* name)
+    {
+        WriteProfile("x.idprof", name);
+        std::ifstream in(nativeFolder + "/Profiles/x.idprof", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+
+    // Drags the shortcut over the dialog and drops it; the posted analysis runs afterwards.
+    static void Drop(CLinkDlg& dialog, const std::string& link)
+    {
+        std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') + std::string("\x01\0\0\0", 4);
+        block += Wide(link) + std::string(3, '\0');
+        dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0);
+        dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
+        DialogModel().PumpMessages();
+    }
+
+    const LinkFile plain{"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
+    std::vector<std::string> links;
+};
+
+TEST_F(AllocationSweep, TheCatalogueNeverTakesOutOfMemoryForDamage)
+{
+    const std::string healthy = ProfileBytes("Healthy"), stale = ProfileBytes("Stale");
+    const Scenario catalogue{[&] {
+                                 Fresh();
+                                 for (int i = 0; i < 18; ++i)
+                                     WriteProgramFile("Profiles\\p" + std::to_string(i) + ".idprof", healthy);
+                                 WriteProgramFile("Profiles\\damaged.idprof", "XFF broken");
+                                 WriteProgramFile("Profiles\\damaged.idprof.tmp", healthy);
+                                 WriteProgramFile("Profiles\\twin.idprof", healthy);
+                                 WriteProgramFile("Profiles\\twin.idprof.tmp", stale);
+                             },
+                             [](const std::function<void()>& step) {
+                                 CChain<CTextString> names;
+                                 CEventProfile().ListProfiles(names);
+                                 step();
+                             }};
+    ExpectNone(Sweep("catalogue", catalogue));
+}
+
+TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
+{
+    WriteProfile("a.idprof", "Wheel");
+    WriteProfile("b.idprof", "Yoke");
+    const std::string wheel = ProfileBytes("Wheel"), yoke = ProfileBytes("Yoke");
+    links = {"C:\\Links\\Race.lnk"};
+    const Scenario road{[&] {
+                            Fresh();
+                            WriteProgramFile("Profiles\\a.idprof", wheel);
+                            WriteProgramFile("Profiles\\b.idprof", yoke);
+                            ShellLinkModel::PutFile(Wide(links[0]), plain);
+                            WriteProgramFile("ShortcutList", Wide("C:\\Links\\Other.lnk"));
+                        },
+                        [&](const std::function<void()>& step) {
+                            CLinkDlg dialog;
+                            Run(dialog, [&](CModelWindow& window) {
+                                step();
+                                Drop(dialog, links[0]);
+                                step();
+                                for (int entry : {1, 0}) {
+                                    window.SelectEntry(IDC_PROFILE_COMBO, entry);
+                                    window.Press(IDC_ADD);
+                                    step();
+                                }
+                                window.Press(IDOK);
+                                step();
+                                Drop(dialog, links[0]);
+                                step();
+                                window.Press(IDC_RESTORE);
+                                step();
+                            });
+                        },
+                        true,
+                        [](State& state) {
+                            // The profiles saved are those the user saw chosen, however many.
+                            for (LinkFile& link : state.links) {
+                                for (std::size_t at; (at = link.arguments.find("profile=\"")) != std::string::npos;)
+                                    link.arguments.erase(at, link.arguments.find('"', at + 9) + 2 - at);
+                            }
+                        }};
+    ExpectNone(Sweep("road", road));
+}
+
+// A shortcut left enhanced once the list files are gone can no longer be put back.
+TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
+{
+    const std::string yoke = ProfileBytes("Yoke");
+    std::string list;
+    for (int i = 0; i < 10; ++i) {
+        links.push_back("C:\\Links\\s" + std::to_string(i) + ".lnk");
+        list += Wide(links.back());
+    }
+    const Scenario restoreAll{[&] {
+                                  Fresh();
+                                  WriteProgramFile("Profiles\\b.idprof", yoke);
+                                  WriteProgramFile("ShortcutList", list);
+                                  WriteProgramFile("ShortcutList.txt", "report");
+                                  for (const std::string& link : links)
+                                      ShellLinkModel::PutFile(Wide(link), {ProgramPath("Zelmar.exe"),
+                                                                           "profile=\"Yoke\" target=\"C:\\g.exe\" "
+                                                                           "targetDir=\"C:\\G\" args=\"-f {a b}\"",
+                                                                           folder, "C:\\g.ico", 1, "kept"});
+                              },
+                              [&](const std::function<void()>& step) {
+                                  DialogModel().commandLine = "Linkwright.exe -RestoreAll";
+                                  CLinkDlg dialog;
+                                  Run(dialog);
+                                  step();
+                              }};
+    ExpectNone(Sweep("restore-all", restoreAll, true));
+    DialogModel().commandLine = "Linkwright.exe";
+}
+
+// What the code page cannot carry is refused with a plain box, whichever text holds it,
+// and a line too long to be read back is refused at Save; nothing is written.
+TEST_F(AllocationSweep, RefusalsThatKeepASaveUndoable)
+{
+    WriteProfile("b.idprof", "Yoke");
+    const std::string link = "C:\\Links\\Race.lnk";
+    const std::string Unsupported =
+        "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
+    const std::string TooLong = "The enhanced shortcut would be too long to be restored. Remove a profile or "
+                                "shorten the shortcut's arguments.";
+    const struct {
+        LinkText which;
+        std::u16string wide;
+        std::string arguments;
+        const char* caption;
+    } rows[] = {
+        {LinkTextPath, u"C:\\Games\\\u03A9mega.exe", "-x", "Unsupported Characters"},
+        {LinkTextArguments, u"-title \u03A9mega \u0142\u00F3d\u017A \u6E38 -x", "-x", "Unsupported Characters"},
+        {LinkTextWorkingDirectory, u"C:\\\u0141\u00F3d\u017A", "-x", "Unsupported Characters"},
+        {LinkTextIconLocation, u"C:\\\u6E38.ico", "-x", "Unsupported Characters"},
+        {LinkTextPath, u"", std::string(16340, 'a'), "Shortcut Too Long"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.caption + std::to_string(row.which));
+        ShellLinkModel::Reset();
+        LinkFile file = plain;
+        file.arguments = row.arguments;
+        ShellLinkModel::PutFile(Wide(link), file);
+        ShellLinkModel::PutWide(Wide(link), row.which, row.wide);
+        DialogModel().messageBoxes.clear();
+        CLinkDlg dialog;
+        Run(dialog, [&](CModelWindow& window) {
+            Drop(dialog, link);
+            EXPECT_EQ("Race", window.Control(IDC_SHORTCUT_NAME)->text);
+            if (window.Control(IDC_ADD)->enabled) {
+                window.SelectEntry(IDC_PROFILE_COMBO, 0);
+                window.Press(IDC_ADD);
+                window.Press(IDOK);
+            }
+            EXPECT_EQ(row.wide.empty(), window.Control(IDOK)->enabled);
+        });
+        ASSERT_EQ(1u, DialogModel().messageBoxes.size());
+        EXPECT_EQ(row.caption, DialogModel().messageBoxes[0].caption);
+        EXPECT_EQ(row.wide.empty() ? TooLong : Unsupported, DialogModel().messageBoxes[0].text);
+        EXPECT_EQ(0u, DialogModel().messageBoxes[0].flags);
+        EXPECT_EQ(file, ShellLinkModel::GetFile(Wide(link)));
+        EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
+        EXPECT_FALSE(ProgramFileExists("ShortcutList"));
+    }
+
+    // Restore-all passes such a shortcut over and writes nothing to it.
+    LinkFile enhanced = plain;
+    enhanced.path = ProgramPath("Zelmar.exe");
+    enhanced.arguments = "profile=\"Yoke\" target=\"C:\\G\\x.exe\"";
+    ShellLinkModel::PutFile(Wide(link), enhanced);
+    ShellLinkModel::PutWide(Wide(link), LinkTextArguments, u"profile=\"Yoke\" target=\"C:\\G\\\u03A9.exe\"");
+    WriteProgramFile("ShortcutList", Wide(link));
+    DialogModel().commandLine = "Linkwright.exe -RestoreAll";
+    CLinkDlg restoring;
+    Run(restoring);
+    DialogModel().commandLine = "Linkwright.exe";
+    EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
+}
+
+}   // namespace
