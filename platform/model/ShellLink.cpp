@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <map>
 #include <string>
 
@@ -38,7 +37,7 @@ Store& TheStore()
     return store;
 }
 
-std::string Key(const CTextString& widePath) { return std::string(widePath.Text(), static_cast<std::size_t>(widePath.Length())); }
+std::string Key(const CTextString& path) { return std::string(path.Text(), static_cast<std::size_t>(path.Length())); }
 
 // Low bytes of the units, the trailing zero dropped: how a wide path reads in a call line.
 std::string Shown(const std::string& widePath)
@@ -66,11 +65,7 @@ ShellResult Give(Step step, const char* name, const std::string& text, char* buf
     ShellResult result;
     if (Record(step, std::string(name) + " " + std::to_string(capacity), &result))
         return result;
-    if (capacity <= 0)
-        return Failed;
-    const std::size_t n = std::min(text.size(), static_cast<std::size_t>(capacity - 1));
-    std::memcpy(buffer, text.data(), n);
-    buffer[n] = 0;
+    buffer[text.copy(buffer, static_cast<std::size_t>(capacity - 1))] = 0;
     return ShellOk;
 }
 
@@ -105,12 +100,8 @@ bool LinkFile::operator==(const LinkFile& other) const
            iconPath == other.iconPath && iconIndex == other.iconIndex && description == other.description;
 }
 
-void Reset()
-{
-    const int live = TheStore().liveObjects;
-    TheStore() = Store();
-    TheStore().liveObjects = live;
-}
+// Objects still alive stay counted.
+void Reset() { TheStore() = Store{{}, {}, {}, {}, {}, TheStore().liveObjects}; }
 
 std::string Wide(const std::string& path)
 {
@@ -122,12 +113,12 @@ std::string Wide(const std::string& path)
 
 void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath] = file; }
 
-void PutWide(const std::string& widePath, LinkText which, const std::u16string& units)
-{
-    TheStore().wide[widePath][which] = units;
-}
+void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().wide[path][text] = units; }
 
-LinkFile GetFile(const std::string& widePath) { return TheStore().files.count(widePath) ? TheStore().files[widePath] : LinkFile(); }
+LinkFile GetFile(const std::string& widePath)
+{
+    return TheStore().files.count(widePath) ? TheStore().files[widePath] : LinkFile();
+}
 
 int SaveCount(const std::string& widePath) { return TheStore().saves.count(widePath) ? TheStore().saves[widePath] : 0; }
 
@@ -147,8 +138,7 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
     ShellResult result;
     if (Record(StepCreate, "Create", &result))
         return result;
-    *link = new ShellLinkInterface;
-    (*link)->references = 1;
+    *link = new ShellLinkInterface{LinkFile(), {}, 1};
     ++TheStore().liveObjects;
     return ShellOk;
 }
@@ -258,8 +248,8 @@ ShellResult SetLinkPath(ShellLinkInterface* link, const char* path)
 
 ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder)
 {
-    return Set(StepSetWorkingDirectory, std::string("SetWorkingDirectory ") + folder, link, LinkTextWorkingDirectory,
-               folder);
+    const std::string line = std::string("SetWorkingDirectory ") + folder;
+    return Set(StepSetWorkingDirectory, line, link, LinkTextWorkingDirectory, folder);
 }
 
 ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments)
