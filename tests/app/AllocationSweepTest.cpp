@@ -163,12 +163,14 @@ protected:
 TEST_F(AllocationSweep, TheCatalogueNeverTakesOutOfMemoryForDamage)
 {
     const std::string healthy = ProfileBytes("Healthy"), stale = ProfileBytes("Stale");
+    RemoveProgramFile("Profiles\\x.idprof");
+    for (int i = 2; i < 20; ++i)
+        WriteProgramFile("Profiles\\p" + std::to_string(i) + ".idprof", healthy);
+    // Only the files a scan may change are written afresh for each run.
     const Scenario catalogue{[&] {
-                                 Fresh();
-                                 for (int i = 0; i < 20; ++i)
-                                     WriteProgramFile("Profiles\\p" + std::to_string(i) + ".idprof",
-                                                      i == 0 ? "XFF broken" : healthy);
+                                 WriteProgramFile("Profiles\\p0.idprof", "XFF broken");
                                  WriteProgramFile("Profiles\\p0.idprof.tmp", healthy);   // the damaged one's twin
+                                 WriteProgramFile("Profiles\\p1.idprof", healthy);
                                  WriteProgramFile("Profiles\\p1.idprof.tmp", stale);     // a healthy one's
                              },
                              [](const std::function<void()>& step) {
