@@ -91,6 +91,7 @@ bool CLinkDropTarget::LoadLink()
     // The flag alone is not enough: a release at shutdown leaves it set.
     if (!m_shellLink || !m_persistFile)
         return false;
+    m_linkBeyondCodePage = false;
 
     // A read-only shortcut could be loaded but not saved. The attribute calls take the
     // single-byte form, which may name no file when a unit lies above 0xFF; then the bit
@@ -124,7 +125,6 @@ bool CLinkDropTarget::LoadLink()
     const CTextString* const texts[] = {&m_linkTarget, &m_linkArgs, &m_linkWorkDir,
                                         namesIconFile ? &m_linkIconPath : &noIconFile};
     const LinkText wideTexts[] = {LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation};
-    m_linkBeyondCodePage = false;
     for (int i = 0; i < 4; ++i) {
         int same = 0;
         if (!SameThroughBothInterfaces(m_shellLink, wideTexts[i], *texts[i], &same))
