@@ -21,6 +21,10 @@
 #include "text/Chain.h"
 #include "text/TextString.h"
 
+// The quote characters in force when "QuoteChars.txt" names none.
+const char DefaultLeftArgQuote = '[';
+const char DefaultRightArgQuote = ']';
+
 class CLinkDlg : public CDialog {
 public:
     CLinkDlg();
@@ -60,6 +64,7 @@ public:
 
     // The registry, the quote characters and the restore-all run.
     void ReadQuoteChars();
+    bool QuoteCharsKnown();
     void LoadList();
     // The registry's side of Save and Restore, made before the shortcut is written.
     bool PrepareAdd(const CTextString& path, ListChange& change);
@@ -78,7 +83,8 @@ public:
     FontHandle m_nameFont;      // owned
     bool m_isEnhanced;
     bool m_restoringAll;
-    bool m_listWhole;   // LoadList read every entry of ShortcutList (or found none to read)
+    bool m_listWhole;
+    bool m_quoteCharsWhole;   // ReadQuoteChars read the file whole (or found none)   // LoadList read every entry of ShortcutList (or found none to read)
     CTextString m_parentPath;
     CTextString m_target;
     CTextString m_targetDir;

@@ -80,8 +80,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         if (!m_restoringAll)
             ShowMessage("This is a shortcut to this program, and cannot be modified.", "Linkwright", MessageOk);
     } else {
-        if (!CopyWhole(m_target, linkTarget) || !CopyWhole(m_targetDir, m_dropTarget.m_linkWorkDir) ||
-            !CopyWhole(m_args, m_dropTarget.m_linkArgs))
+        if (!QuoteCharsKnown() || !CopyWhole(m_target, linkTarget) ||
+            !CopyWhole(m_targetDir, m_dropTarget.m_linkWorkDir) || !CopyWhole(m_args, m_dropTarget.m_linkArgs))
             return NotLoaded(*this);
         SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
         editable = true;

@@ -54,7 +54,8 @@ void CLinkDlg::OnRestore()
 {
     CTextString args(m_args);
     ListChange change;
-    const bool made = args.Length() == m_args.Length() && RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote) &&
+    const bool made = args.Length() == m_args.Length() && QuoteCharsKnown() &&
+                      RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote) &&
                       (m_restoringAll || PrepareRemove(m_dropTarget.m_linkPath, change));
     if (!made || !m_dropTarget.SaveRestored(m_target, m_targetDir, args)) {
         if (!m_restoringAll)

@@ -17,9 +17,21 @@ const char RestoreAllSwitch[] = "-RestoreAll";
 
 }   // namespace
 
+// A reading cut short by memory starts again from the defaults the next time.
 void CLinkDlg::ReadQuoteChars()
 {
-    ::ReadQuoteChars(ModuleFolder(nullptr), m_leftArgQuote, m_rightArgQuote);
+    m_leftArgQuote = DefaultLeftArgQuote;
+    m_rightArgQuote = DefaultRightArgQuote;
+    m_quoteCharsWhole = ::ReadQuoteChars(ModuleFolder(nullptr), m_leftArgQuote, m_rightArgQuote);
+}
+
+// The quote characters as the file gives them; read again when the last reading was cut
+// short. Quotes substituted or put back with others would not restore the arguments.
+bool CLinkDlg::QuoteCharsKnown()
+{
+    if (!m_quoteCharsWhole)
+        ReadQuoteChars();
+    return m_quoteCharsWhole;
 }
 
 void CLinkDlg::LoadList()

@@ -30,8 +30,9 @@ CLinkDlg::CLinkDlg()
       m_isEnhanced(false),
       m_restoringAll(false),
       m_listWhole(false),
-      m_leftArgQuote('['),
-      m_rightArgQuote(']')
+      m_quoteCharsWhole(false),
+      m_leftArgQuote(DefaultLeftArgQuote),
+      m_rightArgQuote(DefaultRightArgQuote)
 {
     m_hIcon = LoadAppIcon(IDR_MAINFRAME);
 }

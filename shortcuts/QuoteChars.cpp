@@ -6,6 +6,7 @@
 
 #include "files/Paths.h"
 #include "platform/Files.h"
+#include "text/Allocation.h"
 
 namespace {
 
@@ -20,14 +21,19 @@ bool TakeKey(CTextString& line, const char* key, int keyLength)
 
 }   // namespace
 
-void ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
+bool ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
 {
+    // Every step here may lose a byte or a line for want of memory without a sign of its
+    // own; the seam's count of failures tells.
+    const long failuresBefore = AllocationFailures();
+    if (programFolder.IsEmpty())
+        return false;
     CTextString path(programFolder);
     EnsureBackslash(path);
     path.Append("QuoteChars.txt");
     std::FILE* file = OpenStream(path.Text(), "rb");
     if (!file)
-        return;
+        return AllocationFailures() == failuresBefore;
     CTextString line(0);
     while (line.ReadLine(file)) {
         Trim(line, 0x00, 0x20);
@@ -40,4 +46,5 @@ void ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
         }
     }
     std::fclose(file);
+    return AllocationFailures() == failuresBefore;
 }

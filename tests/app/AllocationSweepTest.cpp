@@ -193,6 +193,7 @@ TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
                             WriteProgramFile("Profiles\\b.idprof", yoke);
                             ShellLinkModel::PutFile(Wide(links[0]), plain);
                             WriteProgramFile("ShortcutList", Wide("C:\\Links\\Other.lnk"));
+                            WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
                         },
                         [&](const std::function<void()>& step) {
                             CLinkDlg dialog;
@@ -237,6 +238,7 @@ TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
                                   WriteProgramFile("Profiles\\b.idprof", yoke);
                                   WriteProgramFile("ShortcutList", list);
                                   WriteProgramFile("ShortcutList.txt", "report");
+                                  WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
                                   for (const std::string& link : links)
                                       ShellLinkModel::PutFile(Wide(link), {ProgramPath("Zelmar.exe"),
                                                                            "profile=\"Yoke\" target=\"C:\\g.exe\" "
