@@ -9,10 +9,7 @@ namespace {
 CWinApp* theApp = nullptr;
 }
 
-CWinApp::CWinApp()
-{
-    theApp = this;
-}
+CWinApp::CWinApp() { theApp = this; }
 
 CWinApp::~CWinApp()
 {
@@ -20,12 +17,6 @@ CWinApp::~CWinApp()
         theApp = nullptr;
 }
 
-CWinApp* TheApp()
-{
-    return theApp;
-}
+CWinApp* TheApp() { return theApp; }
 
-const char* ProcessCommandLineText()
-{
-    return DialogModel().commandLine.c_str();
-}
+const char* ProcessCommandLineText() { return DialogModel().commandLine.c_str(); }

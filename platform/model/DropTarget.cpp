@@ -1,6 +1,5 @@
-// The model drop target: nothing is registered with a platform; the model counts
-// registrations so that a test can see each one ended. Tests call the handlers themselves
-// with DROPFILES bytes of their own.
+// The model drop target: nothing is registered with a platform. Registration, its end and
+// OLE are logged; tests call the handlers themselves with DROPFILES bytes of their own.
 
 #include "platform/DropTarget.h"
 
@@ -8,31 +7,20 @@
 
 COleDropTarget::COleDropTarget() : registration(nullptr) {}
 
-COleDropTarget::~COleDropTarget()
-{
-    if (registration)
-        --DialogModel().registrations;
-}
+COleDropTarget::~COleDropTarget() {}
 
 bool COleDropTarget::Register(CDialog& dialog)
 {
-    CDialogModel& model = DialogModel();
-    ++model.registerCalls;
-    if (!model.registerAnswer || registration)
-        return false;
+    DialogModel().Call("Register");
     registration = &dialog;
-    ++model.registrations;
     return true;
 }
 
 void COleDropTarget::Revoke()
 {
-    if (!registration)
-        return;
+    if (registration)
+        DialogModel().Call("Revoke");
     registration = nullptr;
-    CDialogModel& model = DialogModel();
-    --model.registrations;
-    ++model.revokeCalls;
 }
 
 int COleDropTarget::OnDragEnter(const void*, std::size_t, std::uint32_t) { return DropEffectNone; }
@@ -42,12 +30,8 @@ bool COleDropTarget::OnDrop(int) { return false; }
 
 std::int32_t StartOle()
 {
-    CDialogModel& model = DialogModel();
-    ++model.oleStarts;
-    return model.oleAnswer;
+    DialogModel().Call("StartOle");
+    return DialogModel().oleAnswer;
 }
 
-void StopOle()
-{
-    ++DialogModel().oleStops;
-}
+void StopOle() { DialogModel().Call("StopOle"); }

@@ -1,247 +1,247 @@
-// A shortcut's road through the dialog on the in-memory link object: the drop, the
-// analysis, Save and Restore with the registry files, the refusals, and the restore-all run.
+// A shortcut's road through the dialog on the in-memory link store: what a dropped shortcut
+// is, the profile lists, Save and Restore with the registry, and the restore-all run.
 
 #include "AppFixture.h"
 
-#include <fstream>
-#include <iterator>
-
-#include "platform/model/ShellLinkModel.h"
+#include <map>
 
 namespace {
 
 using ShellLinkModel::LinkFile;
 using ShellLinkModel::Wide;
 
-const char Notice[] =
-    " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
-    "will not be able to restore these shortcuts if you uninstall.\r\n";
+const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
 
-// A CF_HDROP block: the DROPFILES record, then the names, each terminated, and one more zero.
-std::string DropFiles(const std::vector<std::string>& names, bool wide)
+// m_target|m_targetDir|m_args|m_selected, the names joined by commas.
+std::string Fields(const CLinkDlg& dialog)
 {
-    std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') +
-                        std::string(wide ? "\x01\0\0\0" : "\0\0\0\0", 4);
-    for (const std::string& name : names) {
-        for (char ch : name) {
-            block += ch;
-            if (wide)
-                block += '\0';
-        }
-        block += wide ? std::string(2, '\0') : std::string(1, '\0');
-    }
-    return block + (wide ? std::string(2, '\0') : std::string(1, '\0'));
+    std::string fields =
+        std::string(dialog.m_target.Text()) + "|" + dialog.m_targetDir.Text() + "|" + dialog.m_args.Text() + "|";
+    for (CChainNode<CTextString>* node = dialog.m_selected.Head(); node; node = node->next)
+        fields += std::string(node->prev ? "," : "") + node->payload->Text();
+    return fields;
 }
 
-class RoadTest : public AppFixture {
-protected:
-    void SetUp() override
-    {
-        AppFixture::SetUp();
-        ShellLinkModel::Reset();
-        WriteProfile("a.idprof", "Wheel");
-        WriteProfile("b.idprof", "Yoke");
-        game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
-        ShellLinkModel::PutFile(Wide(link), game);
-    }
-
-    // Drags names over the dialog and drops them; the posted analysis runs afterwards.
-    bool Drop(CLinkDlg& dialog, const std::vector<std::string>& names, bool wide = true)
-    {
-        const std::string block = DropFiles(names, wide);
-        const int effect = dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0);
-        const bool taken = dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
-        DialogModel().PumpMessages();
-        return effect == DropEffectCopy && taken;
-    }
-
-    std::string ReadProgramFile(const std::string& name) const
-    {
-        std::ifstream in(nativeFolder + "/" + name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-
-    std::vector<std::string> Captions() const
-    {
-        std::vector<std::string> captions;
-        for (const ModelMessageBox& box : DialogModel().messageBoxes)
-            captions.push_back(box.caption);
-        return captions;
-    }
-
-    const std::string link = "C:\\Links\\Race.lnk";
-    LinkFile game;
-};
-
-TEST_F(RoadTest, DropSaveDropAgainAndRestore)
+// The message boxes so far as "caption|text|flags", forgotten afterwards.
+Lines TakeBoxes()
 {
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        ASSERT_TRUE(Drop(dialog, {link}));
-        EXPECT_STREQ("-f [a b]", dialog.m_args.Text());
-        EXPECT_EQ("Race", window.Control(IDC_SHORTCUT_NAME)->text);
-        EXPECT_TRUE(window.Control(IDC_ADD)->enabled);
-        EXPECT_FALSE(window.Control(IDOK)->enabled);
-
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 1));   // Yoke
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 0));   // Wheel
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        ASSERT_TRUE(window.Press(IDOK));
-        LinkFile saved = ShellLinkModel::GetFile(Wide(link));
-        EXPECT_EQ(ProgramPath("Zelmar.exe"), saved.path);
-        EXPECT_EQ(folder, saved.workDir);
-        EXPECT_EQ("profile=\"Yoke\" profile=\"Wheel\" target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" "
-                  "args=\"-f [a b]\"",
-                  saved.arguments);
-        EXPECT_EQ(game.iconPath, saved.iconPath);
-        EXPECT_EQ(2, saved.iconIndex);
-        EXPECT_EQ(Wide(link), ReadProgramFile("ShortcutList"));
-        EXPECT_EQ(std::string("1 Shortcut") + Notice + "\r\n" + link, ReadProgramFile("ShortcutList.txt"));
-        EXPECT_FALSE(window.Control(IDOK)->enabled);
-        EXPECT_TRUE(window.Control(IDC_RESTORE)->enabled);
-        EXPECT_TRUE(window.Control(IDC_ENABLED_LABEL)->visible);
-
-        ASSERT_TRUE(Drop(dialog, {link}));
-        EXPECT_TRUE(dialog.m_isEnhanced);
-        EXPECT_EQ((std::vector<std::string>{"Wheel", "Yoke"}), window.Control(IDC_SELECTED_LIST)->RowTexts());
-        ASSERT_TRUE(window.Press(IDC_RESTORE));
-        EXPECT_EQ(game, ShellLinkModel::GetFile(Wide(link)));
-        EXPECT_EQ("", ReadProgramFile("ShortcutList"));
-        EXPECT_EQ(std::string("0 Shortcuts") + Notice, ReadProgramFile("ShortcutList.txt"));
-        EXPECT_TRUE(dialog.m_selected.IsEmpty());
-        EXPECT_TRUE(window.Control(IDC_ADD)->enabled);   // it can be enhanced again at once
-    });
-    EXPECT_TRUE(DialogModel().messageBoxes.empty());
+    Lines boxes;
+    for (const ModelMessageBox& box : DialogModel().messageBoxes)
+        boxes.push_back(box.caption + "|" + box.text + "|" + std::to_string(box.flags));
+    DialogModel().messageBoxes.clear();
+    return boxes;
 }
 
-// Only the first name counts; its ".lnk" may be in any case, and ANSI names arrive as the
-// same wide path.
-TEST_F(RoadTest, TheDragDecidesByTheFirstNamesSuffix)
+const std::string WriteFailed =
+    "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. Try again or modify the "
+    "shortcut by hand.|48";
+
+// One drop after the other in one dialog. The icon file of each shortcut is its target; an
+// icon is shown unless the file has none (0) or is no icon file (1), and the one shown
+// before is then destroyed. Refused shortcuts get their icon and name shown too.
+TEST_F(AppFixture, ADroppedShortcutIsEnhancedAParentThisProgramOrPlain)
 {
-    ShellLinkModel::PutFile(Wide("C:\\Links\\GAME.LNK"), game);
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow&) {
-        CLinkDropTarget& target = dialog.m_dropTarget;
-        struct Case {
-            std::vector<std::string> names;
-            bool wide;
-            int effect;
-        } cases[] = {
-            {{"C:\\Links\\GAME.LNK", "C:\\x.txt"}, true, DropEffectCopy},
-            {{"C:\\Links\\GAME.LNK"}, false, DropEffectCopy},
-            {{"C:\\x.txt", "C:\\Links\\GAME.LNK"}, true, DropEffectNone},
-            {{"C:\\game.lnk.txt"}, true, DropEffectNone},
-            {{"a.lnk"}, false, DropEffectCopy},
-            {{".lnk"}, true, DropEffectCopy},
-            {{"nk"}, true, DropEffectNone},
-        };
-        for (const Case& c : cases) {
-            const std::string block = DropFiles(c.names, c.wide);
-            EXPECT_EQ(c.effect, target.OnDragEnter(block.data(), block.size(), 0x0C)) << c.names[0];
-            EXPECT_EQ(c.effect, target.OnDragOver(0)) << c.names[0];
-        }
-        EXPECT_EQ(DropEffectNone, target.OnDragEnter(nullptr, 0, 0));
-        EXPECT_FALSE(target.OnDrop(DropEffectNone));
-        EXPECT_TRUE(target.m_linkPath.IsEmpty());   // refused drags leave the path alone
-
-        // A unit whose low byte is zero ends the name.
-        std::string block = DropFiles({"C:\\a\x01.lnk"}, true);
-        block[20 + 2 * 4] = '\0';
-        EXPECT_EQ(DropEffectNone, target.OnDragEnter(block.data(), block.size(), 0));
-
-        ASSERT_TRUE(Drop(dialog, {"C:\\Links\\GAME.LNK"}, false));
-        EXPECT_EQ(Wide("C:\\Links\\GAME.LNK"), std::string(target.m_linkPath.Text(), target.m_linkPath.Length()));
-    });
-}
-
-TEST_F(RoadTest, RefusedShortcutsAndAFailedLoadWriteNothing)
-{
-    ShellLinkModel::PutFile(Wide("C:\\p.lnk"), {"D:\\Other\\zelmar.EXE", "", "", "", 0, ""});
-    ShellLinkModel::PutFile(Wide("C:\\q.lnk"), {"C:\\Zelmar.exe", "profile=\"Yoke\"", "", "", 0, ""});
-    ShellLinkModel::PutFile(Wide("C:\\self.lnk"), {ProgramPath("LINKWRIGHT.exe"), "", "", "", 0, ""});
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        for (const char* path : {"C:\\p.lnk", "C:\\q.lnk", "C:\\self.lnk"}) {
-            ASSERT_TRUE(Drop(dialog, {path}));
-            EXPECT_FALSE(dialog.m_isEnhanced);
-            EXPECT_FALSE(window.Control(IDC_ADD)->enabled) << path;
-        }
-        EXPECT_TRUE(dialog.m_target.IsEmpty());
-
-        ASSERT_TRUE(Drop(dialog, {link}));
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 0));
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        EXPECT_FALSE(Drop(dialog, {"C:\\gone.lnk"}));
-        EXPECT_TRUE(window.Press(IDOK));   // still on: the controls did not change
-    });
-    EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
-    EXPECT_EQ((std::vector<std::string>{"Zelmardeck Shortcut", "Zelmardeck Shortcut", "Linkwright", "Load Failure",
-                                        "Shortcut Write Error"}),
-              Captions());
-    const std::vector<ModelMessageBox>& boxes = DialogModel().messageBoxes;
-    EXPECT_EQ("This is a shortcut to Zelmardeck itself, and cannot be modified.", boxes[0].text);
-    EXPECT_EQ("This is a shortcut to this program, and cannot be modified.", boxes[2].text);
-    EXPECT_EQ("Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the "
-              "target program was not deleted or moved, and try again.",
-              boxes[3].text);
-    EXPECT_EQ(0u, boxes[3].flags);
-    EXPECT_EQ("There was an unknown problem while trying to modify this shortcut. Try again or modify the "
-              "shortcut by hand.",
-              boxes[4].text);
-    EXPECT_EQ(0x30u, boxes[4].flags);
-}
-
-// Enhanced, plain, parent without a line, this program, and one that no longer loads: only
-// the first is written, nothing is shown, and both list files go.
-TEST_F(RoadTest, RestoreAllPutsBackOnlyEnhancedShortcutsSilently)
-{
-    const LinkFile enhanced = {ProgramPath("Zelmar.exe"),
-                               "profile=\"Yoke\" target=\"C:\\g.exe\" args=\"{x}\"", folder, "C:\\g.exe", 0, ""};
-    const std::vector<std::pair<std::string, LinkFile>> listed = {
-        {"C:\\a.lnk", enhanced},
-        {"C:\\b.lnk", game},
-        {"C:\\c.lnk", {ProgramPath("Zelmar.exe"), "", "", "", 0, ""}},
-        {"C:\\d.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
+    struct Row {
+        const char* link;
+        std::string target;
+        const char* args;
+        std::uintptr_t icon;
+        const char* caption;
+        const char* state;
+        std::string fields;
+        const char* iconCalls;
     };
-    std::string list;
-    for (const auto& entry : listed) {
-        ShellLinkModel::PutFile(Wide(entry.first), entry.second);
-        list += Wide(entry.first);
-    }
-    WriteProgramFile("ShortcutList", list + Wide("C:\\e.lnk"));
-    WriteProgramFile("ShortcutList.txt", "report");
-    WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
+    const std::map<std::string, std::string> texts = {
+        {"Zelmardeck Shortcut", "This is a shortcut to Zelmardeck itself, and cannot be modified."},
+        {"Linkwright", "This is a shortcut to this program, and cannot be modified."}};
+    const std::string self = ProgramPath("Linkwright.exe");
+    const Row rows[] = {
+        {"Race.lnk", "C:\\Games\\race.exe", "-f \"a b\"", 0x71, "", Plain, "C:\\Games\\race.exe|C:\\W|-f [a b]|", "Redraw"},
+        {"MINE.LNK", "D:\\x\\MyZelmar.exe", "Profile=\"B\" TARGET=\"C:\\g.exe\" profile=\"A\" args=\"[q]\"", 1, "",
+         Enhanced, "C:\\g.exe||[q]|B,A", ""},
+        {"Other.LnK", "E:\\zelmar.EXE", "", 0, "Zelmardeck Shortcut", Empty, "|||", ""},
+        {"p.lnk", "C:\\Zelmar.exe", "profile=\"A\"", 0x72, "Zelmardeck Shortcut", Empty, "|||A", "DestroyIconHandle 0x71 Redraw"},
+        {"t.lnk", "C:\\Zelmar.exe", "target=\"C:\\g.exe\" profile=\"\"", 0, "Zelmardeck Shortcut", Empty, "C:\\g.exe|||", ""},
+        {"self.lnk", self, "-x", 0x73, "Linkwright", Empty, "|||", "DestroyIconHandle 0x72 Redraw"},
+        {"SELF.lnk", ProgramPath("LINKWRIGHT.EXE"), "", 0, "Linkwright", Empty, "|||", ""},
+        {"copy.lnk", "C:\\Other\\Linkwright.exe", "", 0, "", Plain, "C:\\Other\\Linkwright.exe|C:\\W||", ""},
+        {"longer.lnk", self + "x", "", 0, "", Plain, self + "x|C:\\W||", ""},
+        {"short.lnk", "mar.exe", "", 0, "", Plain, "mar.exe|C:\\W||", ""},
+        {".lnk", "C:\\a.exe", "", 0, "", Plain, "C:\\a.exe|C:\\W||", ""},
+    };
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(row.link);
+            const std::string link = std::string("C:\\L\\") + row.link;
+            ShellLinkModel::PutFile(Wide(link), {row.target, row.args, "C:\\W", "", 3, ""});
+            DialogModel().fileIcons[row.target] = reinterpret_cast<IconHandle>(row.icon);
+            DialogModel().calls.clear();
+            ASSERT_TRUE(Drop(dialog, link));
+            const std::string box = *row.caption ? row.caption + ("|" + texts.at(row.caption) + "|0") : "";
+            EXPECT_EQ(box.empty() ? Lines{} : Lines{box}, TakeBoxes());
+            EXPECT_EQ(row.state, States(window));
+            EXPECT_EQ(row.fields, Fields(dialog));
+            EXPECT_EQ(row.state == std::string(Enhanced), dialog.m_isEnhanced);
+            std::string iconCalls;
+            for (const std::string& line : Log({"DestroyIconHandle", "Redraw"}))
+                iconCalls += (iconCalls.empty() ? "" : " ") + line;
+            EXPECT_EQ(row.iconCalls, iconCalls);
+            EXPECT_EQ(Lines{"ExtractIconFrom " + row.target + " 3"}, Log({"ExtractIconFrom"}));
+            EXPECT_EQ(link.substr(5, link.size() - 9), window.controls[IDC_SHORTCUT_NAME].text);
+        }
+    });
+}
 
-    for (const char* line : {"Linkwright.exe \"-RESTOREALL\"", "-RestoreAll"}) {
-        DialogModel().commandLine = line;
-        CLinkDlg dialog;
+// Every step leaves its control set, list rows, shortcut file and ShortcutList. Save and
+// Restore keep the dialog's data: a shortcut is saved twice, and saved after a Restore,
+// without being dropped anew. A failed write says so and changes nothing.
+TEST_F(AppFixture, TheRoadOfOneShortcut)
+{
+    const std::string link = "C:\\L\\Race.lnk", listed = Wide(link);
+    ShellLinkModel::PutFile(listed, Game);
+    auto saved = [&](const std::string& profiles) {
+        return LinkFile{ProgramPath("Zelmar.exe"),
+                        profiles + " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"",
+                        folder, Game.iconPath, 2, "kept"};
+    };
+    const LinkFile beta = saved("profile=\"Beta\"");
+    auto add = [](int entry) { return [entry](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(Add(w, entry)); }; };
+    auto press = [](int id) { return [id](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
+    auto drop = [&](CLinkDlg& d, CModelWindow&) { EXPECT_TRUE(Drop(d, link)); };
+    struct Step {
+        std::function<void(CLinkDlg&, CModelWindow&)> act;
+        const char* state;
+        Lines rows;
+        LinkFile file;
+        std::string list;
+        std::string box;
+    };
+    const Step steps[] = {
+        {drop, Plain, {}, Game, "", ""},
+        {[](CLinkDlg&, CModelWindow& w) { w.Select(IDC_PROFILE_COMBO, {}); w.Press(IDC_ADD); }, Plain, {}, Game, "", ""},
+        {add(2), Picking, {"Gamma"}, Game, "", ""},
+        {add(0), Picking, {"Alpha", "Gamma"}, Game, "", ""},
+        {add(0), Picking, {"Alpha", "Gamma"}, Game, "", ""},
+        {press(IDOK), Enhanced, {"Alpha", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\""), listed, ""},
+        {add(1), Edited, {"Alpha", "Beta", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\""), listed, ""},
+        {press(IDOK), Enhanced, {"Alpha", "Beta", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\" profile=\"Beta\""), listed, ""},
+        {press(IDC_RESTORE), Plain, {}, Game, "", ""},
+        {add(1), Picking, {"Beta"}, Game, "", ""},
+        {press(IDOK), Enhanced, {"Beta"}, beta, listed, ""},
+        {drop, Enhanced, {"Beta"}, beta, listed, ""},
+        {[](CLinkDlg&, CModelWindow& w) { w.Select(IDC_SELECTED_LIST, {0}); w.Press(IDC_REMOVE); }, EditedNone, {}, beta, listed, ""},
+        {add(0), Edited, {"Alpha"}, beta, listed, ""},
+        {[](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); }, Edited, {"Alpha"}, beta, listed, ""},
+        {press(IDOK), Edited, {"Alpha"}, beta, listed, WriteFailed},
+        {press(IDC_RESTORE), Edited, {"Alpha"}, beta, listed, WriteFailed},
+    };
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) {
+        for (const Step& step : steps) {
+            SCOPED_TRACE(&step - steps);
+            step.act(dialog, window);
+            EXPECT_EQ(step.state, States(window));
+            EXPECT_EQ(step.rows, window.controls[IDC_SELECTED_LIST].items);
+            EXPECT_EQ(step.file, ShellLinkModel::GetFile(listed));
+            EXPECT_EQ(step.list, ReadProgramFile("ShortcutList"));
+            EXPECT_EQ(step.box.empty() ? Lines{} : Lines{step.box}, TakeBoxes());
+        }
+    });
+}
+
+// Rows are matched to names: each selected row takes away the first node of its name, byte
+// for byte, and the rows go from the list from the highest down. The list finds a name in
+// any case, so one it shows can't be added again.
+TEST_F(AppFixture, RemoveTakesTheFirstNodeOfEachSelectedRowsName)
+{
+    const std::pair<std::vector<int>, std::string> rows[] = {   // the list shows alpha, Alpha, Beta, Beta, gamma
+        {{}, "Beta,alpha,gamma,Alpha,Beta"},
+        {{1}, "Beta,alpha,gamma,Beta 1"},
+        {{0, 2, 4}, "Alpha,Beta 4 2 0"},
+        {{2, 3}, "alpha,gamma,Alpha 3 2"},
+        {{0, 1, 2, 3, 4}, " 4 3 2 1 0"},
+    };
+    const std::string link = "C:\\L\\Two.lnk";
+    ShellLinkModel::PutFile(Wide(link), {"C:\\Zelmar.exe", "profile=Beta profile=alpha profile=gamma profile=Alpha "
+                                         "profile=Beta target=C:\\g.exe", "", "", 0, ""});
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) {
+        for (const auto& [selected, after] : rows) {
+            ASSERT_TRUE(Drop(dialog, link));
+            DialogModel().calls.clear();
+            EXPECT_TRUE(window.Select(IDC_SELECTED_LIST, selected) && window.Press(IDC_REMOVE));
+            std::string left = Fields(dialog);
+            for (const std::string& line : Log({"ListDeleteItem 1008 "}))
+                left += " " + line.substr(20);
+            EXPECT_EQ("C:\\g.exe|||" + after, left);
+            EXPECT_EQ(selected.empty() ? Enhanced : after[0] == ' ' ? EditedNone : Edited, States(window));
+            EXPECT_TRUE(window.controls[IDC_SELECTED_LIST].selection.empty());
+        }
+        ASSERT_TRUE(Drop(dialog, link));
+        EXPECT_TRUE(Add(window, 2));
+        EXPECT_EQ(Enhanced, States(window));
+        EXPECT_EQ("C:\\g.exe|||Beta,alpha,gamma,Alpha,Beta", Fields(dialog));
+    });
+}
+
+// Restore-all writes back only what is enhanced, under the quote characters in force, and
+// says nothing, whatever fails. The list in memory stays whole, and both list files go,
+// also when the list is empty or missing. Without the link object nothing can be restored,
+// and the files stay for a later run. The first token is the program's name.
+TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
+{
+    const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
+    const LinkFile restored = {"C:\\g.exe", "\"x\" [y]", "", "i", 1, ""};
+    const std::string all = Wide("C:\\a.lnk") + Wide("C:\\b.lnk") + Wide("C:\\c.lnk") + Wide("C:\\d.lnk") + Wide("C:\\e.lnk");
+    struct Row {
+        const char* commandLine;
+        std::string list;
+        int failing;   // a step of the link store that fails, or -1
+        bool ran;
+        int saves;     // of a.lnk, the one enhanced shortcut, and of all together
+        bool listsStay;
+    };
+    const Row rows[] = {
+        {"Linkwright.exe \"-RESTOREALL\"", all, -1, true, 1, false},
+        {"x -restoreall y -RestoreAll", all, -1, true, 1, false},
+        {"x -RestoreAll", all, ShellLinkModel::StepSave, true, 0, false},
+        {"x -RestoreAll", "", -1, true, 0, false},
+        {"x -RestoreAll", "missing", -1, true, 0, false},
+        {"x -RestoreAll", all, ShellLinkModel::StepCreate, true, 0, true},
+        {"-RestoreAll", all, -1, false, 0, true},
+        {"x -RestoreAl -RestoreAllX RestoreAll", all, -1, false, 0, true},
+        {"", all, -1, false, 0, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        ResetModels();
+        for (const auto& [path, file] : {std::pair<const char*, LinkFile>{"C:\\a.lnk", enhanced}, {"C:\\b.lnk", Game},
+                                         {"C:\\c.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
+                                         {"C:\\d.lnk", {"C:\\Zelmar.exe", "", "", "", 0, ""}}})
+            ShellLinkModel::PutFile(Wide(path), file);
+        if (row.failing >= 0)
+            ShellLinkModel::FailStep(static_cast<ShellLinkModel::Step>(row.failing));
+        DialogModel().commandLine = row.commandLine;
+        WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
+        WriteProgramFile("ShortcutList", row.list);
+        WriteProgramFile("ShortcutList.txt", "report");
+        if (row.list == "missing")
+            RemoveProgramFile("ShortcutList");
         bool shown = false;
+        CLinkDlg dialog;
         EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { shown = true; }));
-        EXPECT_EQ(std::string(line).find("Linkwright") == 0, !shown) << line;
-        if (shown)
-            continue;   // the first token is the program's name, whatever it says
+        EXPECT_EQ(!row.ran, shown);
         EXPECT_TRUE(DialogModel().messageBoxes.empty());
         EXPECT_FALSE(dialog.m_restoringAll);
-        EXPECT_FALSE(ProgramFileExists("ShortcutList"));
-        EXPECT_FALSE(ProgramFileExists("ShortcutList.txt"));
-    }
-    const LinkFile restored = ShellLinkModel::GetFile(Wide("C:\\a.lnk"));
-    EXPECT_EQ("C:\\g.exe", restored.path);
-    EXPECT_EQ("\"x\"", restored.arguments);
-    EXPECT_EQ("", restored.workDir);
-    for (const char* untouched : {"C:\\b.lnk", "C:\\c.lnk", "C:\\d.lnk"})
-        EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(untouched))) << untouched;
-}
-
-TEST_F(RoadTest, OtherTokensLeaveTheDialogOpen)
-{
-    for (const char* line : {"Linkwright.exe -RestoreAllX", "Linkwright.exe RestoreAll -Restore", ""}) {
-        DialogModel().commandLine = line;
-        CLinkDlg dialog;
-        bool shown = false;
-        Run(dialog, [&](CModelWindow&) { shown = true; });
-        EXPECT_TRUE(shown) << line;
+        EXPECT_EQ(row.list == all ? 5 : 0, dialog.m_shortcuts.Count());
+        EXPECT_EQ(row.saves ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
+        int saves = 0;
+        for (const char* path : {"C:\\a.lnk", "C:\\b.lnk", "C:\\c.lnk", "C:\\d.lnk", "C:\\e.lnk"})
+            saves += ShellLinkModel::SaveCount(Wide(path));
+        EXPECT_EQ(row.saves, saves);
+        EXPECT_EQ(row.listsStay, ProgramFileExists("ShortcutList.txt"));
+        EXPECT_EQ(row.listsStay && row.list != "missing", ProgramFileExists("ShortcutList"));
     }
 }
 
