@@ -10,13 +10,6 @@ CWinApp* theApp = nullptr;
 }
 
 CWinApp::CWinApp() { theApp = this; }
-
-CWinApp::~CWinApp()
-{
-    if (theApp == this)
-        theApp = nullptr;
-}
-
+CWinApp::~CWinApp() { theApp = theApp == this ? nullptr : theApp; }
 CWinApp* TheApp() { return theApp; }
-
 const char* ProcessCommandLineText() { return DialogModel().commandLine.c_str(); }

@@ -13,7 +13,7 @@ namespace {
 
 CDialogModel* theModel = nullptr;
 
-// One line of the log: the parts separated by blanks, handles and colours as pointers.
+// One line of the log: the parts separated by blanks, handles as pointers.
 template <class... Parts>
 void Log(const Parts&... parts)
 {
@@ -22,24 +22,17 @@ void Log(const Parts&... parts)
     DialogModel().Call(line.str().substr(1));
 }
 
-void* Hex(std::uintptr_t value) { return reinterpret_cast<void*>(value); }
-
-// The order of the sorted controls: ASCII letters folded to upper case, bytes unsigned.
+// The order of the sorted controls: ASCII letters folded to upper case, then the bytes
+// unsigned, as std::string compares them.
 std::string Folded(std::string text)
 {
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? c - 32 : c; });
-    return text;
+    return std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? c - 32 : c; }), text;
 }
 
-bool SortsBefore(const std::string& a, const std::string& b)
-{
-    const std::string x = Folded(a), y = Folded(b);
-    return std::lexicographical_compare(x.begin(), x.end(), y.begin(), y.end(),
-                                        [](unsigned char l, unsigned char r) { return l < r; });
-}
+bool SortsBefore(const std::string& a, const std::string& b) { return Folded(a) < Folded(b); }
 
-// The control with this id, or a blank stand-in that is gone by the next call when the
-// dialog has no window or no such control.
+// The control with this id; when the dialog has no window or no such control, a blank
+// stand-in, off and hidden, that the next call forgets.
 ModelControl& Item(void* window, int id)
 {
     static ModelControl missing;
@@ -47,15 +40,7 @@ ModelControl& Item(void* window, int id)
     return controls && controls->count(id) ? controls->at(id) : (missing = ModelControl{false, false, {}, {}, {}});
 }
 
-// The item at index of a control, or null.
-const std::string* ItemAt(void* window, int id, int index)
-{
-    const std::vector<std::string>& items = Item(window, id).items;
-    return index >= 0 && index < static_cast<int>(items.size()) ? &items[static_cast<std::size_t>(index)] : nullptr;
-}
-
-// Fonts and brushes are numbered in the order made: the nth is 0xf0 + n or 0xb0 + n.
-void* NextHandle(std::uintptr_t base) { return Hex(base + static_cast<std::uintptr_t>(++DialogModel().handlesMade)); }
+bool HasRow(void* window, int id, int row) { return row >= 0 && row < static_cast<int>(Item(window, id).items.size()); }
 
 }   // namespace
 
@@ -67,74 +52,48 @@ void ResetDialogModel()
     theModel = new CDialogModel();
 }
 
-void CDialogModel::Call(const std::string& line)
-{
-    if (beforeCall)
-        beforeCall();
-    calls.push_back(line);
-}
+void CDialogModel::Call(const std::string& line) { beforeCall ? beforeCall() : void(), calls.push_back(line); }
 
-int CDialogModel::PumpMessages()
+void CDialogModel::PumpMessages()
 {
-    int delivered = 0;
-    for (; !posted.empty(); posted.pop_front()) {
-        if (posted.front()->Handle() && ++delivered)
-            posted.front()->OnAppMessage();
-    }
-    return delivered;
-}
-
-CModelWindow* CDialogModel::LastWindow(int templateId)
-{
-    auto found = std::find_if(windows.rbegin(), windows.rend(), [&](CModelWindow& w) { return w.templateId == templateId; });
-    return found == windows.rend() ? nullptr : &*found;
+    for (; !posted.empty(); posted.pop_front())
+        posted.front()->Handle() ? posted.front()->OnAppMessage() : void();
 }
 
 bool CModelWindow::Press(int id)
 {
-    if (!dialog || !Item(this, id).enabled)
+    if (!Item(this, id).enabled)
         return false;
     id == IdOk ? dialog->OnOK() : id == IdCancel ? dialog->OnCancel() : dialog->OnCommand(id);
     return true;
 }
 
-bool CModelWindow::Select(int id, const std::vector<int>& selection)
-{
-    return Item(this, id).enabled && (Item(this, id).selection = selection, true);
-}
+bool CModelWindow::Select(int id, const std::vector<int>& rows) { return Item(this, id).enabled && (Item(this, id).selection = rows, true); }
 
 CDialog::CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
 CDialog::~CDialog() {}
 
 // After OnInitDialog the session plays the user; a dialog still open then is closed with
-// the close box, and one that an OnCancel failed to end is ended, so that a faulty
-// handler fails its test instead of running for ever.
+// the close box, and one that an OnCancel failed to end ends all the same, so that a
+// faulty handler fails its test instead of running for ever.
 int CDialog::DoModal()
 {
-    CDialogModel& model = DialogModel();
-    if (!model.templates.count(templateId))
-        return -1;
-    model.windows.push_back(CModelWindow{this, templateId, model.templates[templateId]});
-    CModelWindow& made = model.windows.back();
+    CModelWindow made{this, DialogModel().templates[templateId]};
     window = &made;
     OnInitDialog();
-    if (!made.ended && model.sessions[templateId])
-        model.sessions[templateId](made);
+    if (!made.ended && DialogModel().sessions[templateId])
+        DialogModel().sessions[templateId](made);
     if (!made.ended)
         OnCancel();
-    EndDialog(IdCancel);
-    made.dialog = nullptr;
     window = nullptr;
-    return made.endCode;
+    return made.ended ? made.endCode : IdCancel;
 }
 
 void CDialog::EndDialog(int code)
 {
     auto* made = static_cast<CModelWindow*>(window);
-    if (made && !made->ended) {
-        made->ended = true;
-        made->endCode = code;
-    }
+    if (made && !made->ended)
+        made->endCode = (made->ended = true, code);
 }
 
 bool CDialog::OnInitDialog() { return true; }
@@ -169,30 +128,19 @@ int CDialog::ComboGetCurSel(int id) const { return Item(window, id).selection.em
 
 void CDialog::ComboGetLBText(int id, int index, CTextString& text) const
 {
-    text.Assign(ItemAt(window, id, index) ? ItemAt(window, id, index)->c_str() : "");
+    text.Assign(HasRow(window, id, index) ? Item(window, id).items[static_cast<std::size_t>(index)].c_str() : "");
 }
 
 void CDialog::ListGetItemText(int id, int row, CTextString& text) const { ComboGetLBText(id, row, text); }
-void CDialog::ListSetExtendedStyle(int id, std::uint32_t style) { Log("ListSetExtendedStyle", id, Hex(style)); }
-
-void CDialog::ListInsertColumn(int id, int column, const char* heading, int width)
-{
-    Log("ListInsertColumn", id, column, heading, width);
-}
-
-void CDialog::ListDeleteAllItems(int id)
-{
-    Item(window, id).items.clear();
-    Item(window, id).selection.clear();
-}
+void CDialog::ListInsertColumn(int id, int column, const char* head, int width) { Log("ListInsertColumn", id, column, head, width); }
+void CDialog::ListSetExtendedStyle(int id, std::uint32_t style) { Log("ListSetExtendedStyle", id, style); }
+void CDialog::ListDeleteAllItems(int id) { Item(window, id).items.clear(), Item(window, id).selection.clear(); }
 
 int CDialog::ListFindItem(int id, const char* text) const
 {
-    for (int row = 0; ItemAt(window, id, row); ++row) {
-        if (Folded(*ItemAt(window, id, row)) == Folded(text))
-            return row;
-    }
-    return -1;
+    const std::vector<std::string>& items = Item(window, id).items;
+    auto found = std::find_if(items.begin(), items.end(), [&](auto& item) { return Folded(item) == Folded(text); });
+    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 
 int CDialog::ListGetNextSelected(int id, int row) const
@@ -202,24 +150,23 @@ int CDialog::ListGetNextSelected(int id, int row) const
     return next == selection.end() ? -1 : *next;
 }
 
-// The rows behind a deleted one move up; the selection is dropped, as the dialog rebuilds
-// the list after its deletes. Deletes are logged, since their order decides which go.
+// The rows behind a deleted one move up, and the selection goes, as the dialog rebuilds the
+// list after its deletes. Deletes are logged, since their order decides which rows go.
 void CDialog::ListDeleteItem(int id, int row)
 {
-    Log("ListDeleteItem", id, row);
-    if (ItemAt(window, id, row))
+    Log("ListDeleteItem", row);
+    if (HasRow(window, id, row))
         Item(window, id).items.erase(Item(window, id).items.begin() + row);
     Item(window, id).selection.clear();
 }
 
 int CDialog::ShowMessage(const char* text, const char* caption, std::uint32_t flags)
 {
-    DialogModel().messageBoxes.push_back(ModelMessageBox{text, caption, flags});
-    return IdOk;
+    return DialogModel().messageBoxes.push_back(std::string(caption) + "|" + text + "|" + std::to_string(flags)), IdOk;
 }
 
 void CDialog::QueueAppMessage() { DialogModel().posted.push_back(this); }
-void CDialog::SetWindowIcon(bool big, IconHandle icon) { Log("SetWindowIcon", big ? "big" : "small", icon); }
+void CDialog::SetWindowIcon(bool big, IconHandle icon) { Log("SetWindowIcon", big, icon); }
 bool CDialog::IsMinimised() const { return window && static_cast<CModelWindow*>(window)->minimised; }
 int CDialog::ClientWidth() const { return 386; }
 int CDialog::ClientHeight() const { return 317; }
@@ -232,31 +179,23 @@ CPaintContext::~CPaintContext() {}
 void CPaintContext::EraseIconBackground() { Log("EraseIconBackground"); }
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon) { Log("DrawIconAt", x, y, icon); }
 void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int w, int h) { Log("DrawIconSized", x, y, icon, w, h); }
-void CColourContext::SetTextColour(std::uint32_t colour) { Log("SetTextColour", Hex(colour)); }
+void CColourContext::SetTextColour(std::uint32_t colour) { Log("SetTextColour", colour); }
 
+// Icons come as the test set them for a file; a font is known by its height, a brush by its
+// colour.
 IconHandle LoadAppIcon(int resourceId) { return Log("LoadAppIcon", resourceId), ModelAppIcon; }
-
-IconHandle ExtractIconFrom(const char* path, int index)
-{
-    Log("ExtractIconFrom", path, index);
-    return DialogModel().fileIcons.count(path) ? DialogModel().fileIcons[path] : nullptr;
-}
-
-void DestroyIconHandle(IconHandle icon) { Log("DestroyIconHandle", icon); }
+IconHandle ExtractIconFrom(const char* path, int index) { return Log("ExtractIcon", path, index), DialogModel().icons[path]; }
+void DestroyIconHandle(IconHandle icon) { Log("DestroyIcon", icon); }
 int SystemIconWidth() { return 32; }
 int SystemIconHeight() { return 31; }
-
 FontHandle MakeFont(int height, int weight, int quality, const char* face)
 {
-    FontHandle font = DialogModel().failFonts ? nullptr : NextHandle(0xF0);
-    return Log("MakeFont", height, weight, quality, face, font), font;
+    return Log("MakeFont", height, weight, quality, face), reinterpret_cast<FontHandle>(static_cast<std::uintptr_t>(height));
 }
-
-void DeleteFontHandle(FontHandle font) { Log("DeleteFontHandle", font); }
-BrushHandle MakeSolidBrush(std::uint32_t colour) { return Log("MakeSolidBrush", Hex(colour)), NextHandle(0xB0); }
-void DeleteBrushHandle(BrushHandle brush) { Log("DeleteBrushHandle", brush); }
-
-void LoadResourceString(int id, CTextString& text)
+void DeleteFontHandle(FontHandle font) { Log("DeleteFont", font); }
+BrushHandle MakeSolidBrush(std::uint32_t colour)
 {
-    text.Assign(DialogModel().strings.count(id) ? DialogModel().strings[id].c_str() : "");
+    return Log("MakeSolidBrush", colour), reinterpret_cast<BrushHandle>(static_cast<std::uintptr_t>(colour));
 }
+void DeleteBrushHandle(BrushHandle brush) { Log("DeleteBrush", brush); }
+void LoadResourceString(int, CTextString& text) { text.Assign("a tip"); }

@@ -29,11 +29,9 @@ struct ModelControl {
     std::vector<int> selection;       // the combo's current entry, or the selected rows ascending
 };
 
-// A dialog made by DoModal. It stays in the model after the run, so that a test can look
-// at what it left behind; only `dialog` is cleared then.
+// A dialog while DoModal runs it.
 struct CModelWindow {
     CDialog* dialog;
-    int templateId;
     std::map<int, ModelControl> controls;
     bool ended = false;
     int endCode = 0;
@@ -44,40 +42,30 @@ struct CModelWindow {
     bool Select(int id, const std::vector<int>& selection);
 };
 
-struct ModelMessageBox {
-    std::string text;
-    std::string caption;
-    std::uint32_t flags;
-};
-
 const IconHandle ModelAppIcon = reinterpret_cast<IconHandle>(0xA1);
 
 struct CDialogModel {
     std::map<int, std::map<int, ModelControl>> templates;   // the controls of each, as they start
     std::map<int, std::function<void(CModelWindow&)>> sessions;
-    std::deque<CModelWindow> windows;   // every dialog made, in order
 
-    std::vector<ModelMessageBox> messageBoxes;   // each answered with IdOk
-    std::deque<CDialog*> posted;                 // AppMessages waiting for PumpMessages
-    // Every other platform call, one line each, handles and colours in hex:
-    // "MakeFont 20 700 2 Arial 0xf1", "Revoke", "DrawIconSized 20 30 0x77 64 64".
-    // beforeCall runs ahead of each line, so a test can merge in another stand-in's log.
+    std::vector<std::string> messageBoxes;   // "caption|text|flags", each answered with IdOk
+    std::deque<CDialog*> posted;             // AppMessages waiting for PumpMessages
+    // Every other platform call, one line each, handles in hex: "MakeFont 20 700 2 Arial",
+    // "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64". beforeCall runs ahead of each line, so a
+    // test can merge in another stand-in's log.
     std::vector<std::string> calls;
     std::function<void()> beforeCall;
 
-    // What the platform answers.
-    std::map<std::string, IconHandle> fileIcons;   // ExtractIconFrom by path; null when absent
-    std::map<int, std::string> strings;            // string resources
-    std::int32_t oleAnswer = 0;
-    bool failFonts = false;
+    // What the platform answers. A font's handle is its height, a brush's its colour, and
+    // every string resource is "a tip".
+    std::map<std::string, IconHandle> icons;   // ExtractIconFrom by path; null when absent
+    std::int32_t oleAnswer = 0;                // OleInitialize
     std::string commandLine = "Linkwright.exe";
-    int handlesMade = 0;
 
     void Call(const std::string& line);
     // Delivers the posted messages in order, those posted meanwhile included; one for a
-    // dialog that has ended is dropped. Answers how many were delivered.
-    int PumpMessages();
-    CModelWindow* LastWindow(int templateId);
+    // dialog that has ended is dropped.
+    void PumpMessages();
 };
 
 // The one model of the process, and a fresh one.

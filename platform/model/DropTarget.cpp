@@ -6,15 +6,8 @@
 #include "platform/model/DialogModel.h"
 
 COleDropTarget::COleDropTarget() : registration(nullptr) {}
-
 COleDropTarget::~COleDropTarget() {}
-
-bool COleDropTarget::Register(CDialog& dialog)
-{
-    DialogModel().Call("Register");
-    registration = &dialog;
-    return true;
-}
+bool COleDropTarget::Register(CDialog& dialog) { return DialogModel().Call("Register"), registration = &dialog, true; }
 
 void COleDropTarget::Revoke()
 {
@@ -27,11 +20,5 @@ int COleDropTarget::OnDragEnter(const void*, std::size_t, std::uint32_t) { retur
 int COleDropTarget::OnDragOver(std::uint32_t) { return DropEffectNone; }
 void COleDropTarget::OnDragLeave() {}
 bool COleDropTarget::OnDrop(int) { return false; }
-
-std::int32_t StartOle()
-{
-    DialogModel().Call("StartOle");
-    return DialogModel().oleAnswer;
-}
-
+std::int32_t StartOle() { return DialogModel().Call("StartOle"), DialogModel().oleAnswer; }
 void StopOle() { DialogModel().Call("StopOle"); }

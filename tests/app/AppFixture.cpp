@@ -11,16 +11,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-fs::path Native(const std::string& root, std::string relative)
-{
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    return fs::path(root) / relative;
-}
-
-}   // namespace
-
 void AppFixture::SetUp()
 {
     ResetModels();
@@ -29,9 +19,8 @@ void AppFixture::SetUp()
     std::replace(folder.begin(), folder.end(), '/', '\\');
     OverrideProgramPath(ProgramPath("Linkwright.exe").c_str());
     WriteProgramFile("Zelmar.exe", "MZ");
-    WriteProfile("a.idprof", "Gamma");
-    WriteProfile("b.idprof", "Alpha");
-    WriteProfile("c.idprof", "Beta");
+    for (const char* name : {"Gamma", "Alpha", "Beta"})
+        WriteProfile(name, name);
 }
 
 void AppFixture::TearDown()
@@ -47,32 +36,34 @@ void AppFixture::ResetModels()
     shellCallsSeen = 0;
     CDialogModel& model = DialogModel();
     for (int id : {IDCANCEL, IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDC_HELP_BUTTON, IDOK,
-                   IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME}) {
-        model.templates[IDD_LINKWRIGHT_DIALOG][id].enabled = id != IDOK && id != IDC_RESTORE;
-        model.templates[IDD_LINKWRIGHT_DIALOG][id].visible = id != IDC_ENABLED_LABEL;
-    }
+                   IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
+        model.templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE, id != IDC_ENABLED_LABEL, {}, {}, {}};
     model.templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
     model.beforeCall = [this] { Log(); };
 }
 
+std::string AppFixture::NativePath(std::string relative) const
+{
+    std::replace(relative.begin(), relative.end(), '\\', '/');
+    return nativeFolder + "/" + relative;
+}
+
 void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
 {
-    fs::create_directories(Native(nativeFolder, relative).parent_path());
-    std::ofstream(Native(nativeFolder, relative), std::ios::binary) << bytes;
+    fs::create_directories(fs::path(NativePath(relative)).parent_path());
+    std::ofstream(NativePath(relative), std::ios::binary) << bytes;
 }
 
 std::string AppFixture::ReadProgramFile(const std::string& relative) const
 {
-    std::ifstream in(Native(nativeFolder, relative), std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    std::ifstream in(NativePath(relative), std::ios::binary);
+    return in ? std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()) : "(none)";
 }
-
-bool AppFixture::ProgramFileExists(const std::string& relative) const { return fs::exists(Native(nativeFolder, relative)); }
 
 void AppFixture::RemoveProgramFile(const std::string& relative) const
 {
     std::error_code ignored;
-    fs::remove_all(Native(nativeFolder, relative), ignored);
+    fs::remove_all(NativePath(relative), ignored);
 }
 
 void AppFixture::WriteProfile(const std::string& fileName, const std::string& displayName) const
@@ -83,7 +74,7 @@ void AppFixture::WriteProfile(const std::string& fileName, const std::string& di
                 profile.WriteLeaf(CTextString("EventProfile")) && profile.CloseGroup() &&
                 profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(displayName.c_str())) &&
                 profile.Close());
-    WriteProgramFile("Profiles\\" + fileName, std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
+    WriteProgramFile("Profiles\\" + fileName + ".idprof", std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
@@ -112,15 +103,12 @@ bool AppFixture::Add(CModelWindow& window, int entry)
 
 std::string AppFixture::States(CModelWindow& window)
 {
+    const char* names[] = {"combo", "add", "list", "remove", "save", "restore"};
     std::string states;
-    for (auto [name, id] : {std::pair<const char*, int>{"combo", IDC_PROFILE_COMBO}, {"add", IDC_ADD},
-                            {"list", IDC_SELECTED_LIST}, {"remove", IDC_REMOVE}, {"save", IDOK},
-                            {"restore", IDC_RESTORE}, {"label", IDC_ENABLED_LABEL}}) {
-        const bool on = window.controls.count(id) &&
-                        (id == IDC_ENABLED_LABEL ? window.controls[id].visible : window.controls[id].enabled);
-        states += std::string(states.empty() ? "" : " ") + name + (on ? "+" : "-");
-    }
-    return states;
+    int i = 0;
+    for (int id : {IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDOK, IDC_RESTORE})
+        states += names[i++] + std::string(window.dialog->IsItemEnabled(id) ? "+ " : "- ");
+    return states + (window.dialog->IsItemVisible(IDC_ENABLED_LABEL) ? "label+" : "label-");
 }
 
 Lines AppFixture::Log(const Lines& prefixes)

@@ -34,10 +34,10 @@ protected:
     // Files of the program folder by relative Windows path; ProgramPath("") is the folder.
     std::string ProgramPath(const std::string& relative) const { return folder + "\\" + relative; }
     void WriteProgramFile(const std::string& relative, const std::string& bytes) const;
-    std::string ReadProgramFile(const std::string& relative) const;   // "" when missing
-    bool ProgramFileExists(const std::string& relative) const;
+    std::string ReadProgramFile(const std::string& relative) const;   // "(none)" when missing
     void RemoveProgramFile(const std::string& relative) const;
-    void WriteProfile(const std::string& fileName, const std::string& displayName) const;
+    void WriteProfile(const std::string& fileName, const std::string& displayName) const;   // Profiles\*.idprof
+    std::string NativePath(std::string relative) const;
 
     // Runs the main dialog modally; the session plays the user once the start is done.
     int Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session = nullptr);

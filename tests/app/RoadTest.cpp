@@ -1,187 +1,120 @@
-// A shortcut's road through the dialog on the in-memory link store: what a dropped shortcut
-// is, the profile lists, Save and Restore with the registry, and the restore-all run.
+// Shortcuts on their road through the dialog, on the in-memory link store: what a dropped
+// shortcut is, the profile lists, Save and Restore with the registry, and restore-all.
 
 #include "AppFixture.h"
-
-#include <map>
 
 namespace {
 
 using ShellLinkModel::LinkFile;
 using ShellLinkModel::Wide;
 
-const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
+const char Parent[] = "Zelmardeck Shortcut|This is a shortcut to Zelmardeck itself, and cannot be modified.|0";
+const char ThisProgram[] = "Linkwright|This is a shortcut to this program, and cannot be modified.|0";
+const char WriteFailed[] = "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. "
+                           "Try again or modify the shortcut by hand.|48";
+const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"";
+const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "Race.ico", 2, ""};
 
-// m_target|m_targetDir|m_args|m_selected, the names joined by commas.
-std::string Fields(const CLinkDlg& dialog)
+std::string Joined(const Lines& lines)
 {
-    std::string fields =
-        std::string(dialog.m_target.Text()) + "|" + dialog.m_targetDir.Text() + "|" + dialog.m_args.Text() + "|";
-    for (CChainNode<CTextString>* node = dialog.m_selected.Head(); node; node = node->next)
-        fields += std::string(node->prev ? "," : "") + node->payload->Text();
-    return fields;
+    std::string joined;
+    for (const std::string& line : lines)
+        joined += (joined.empty() ? "" : ",") + line;
+    return joined;
 }
 
-// The message boxes so far as "caption|text|flags", forgotten afterwards.
-Lines TakeBoxes()
+// One drop, Add, Remove or command after the other in one dialog. After each: the control
+// set; the data (m_target|m_targetDir|m_args|m_selected|the list's rows|the name shown|
+// the count of listed shortcuts); and what happened (icons, deletes of rows, the arguments
+// written, message boxes). An icon is shown unless its file has none (0) or is no icon file
+// (1); the one shown before is destroyed then. Save and Restore keep the data, so a
+// shortcut is saved twice, and again after a Restore, without being dropped anew.
+TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
-    Lines boxes;
-    for (const ModelMessageBox& box : DialogModel().messageBoxes)
-        boxes.push_back(box.caption + "|" + box.text + "|" + std::to_string(box.flags));
-    DialogModel().messageBoxes.clear();
-    return boxes;
-}
-
-const std::string WriteFailed =
-    "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. Try again or modify the "
-    "shortcut by hand.|48";
-
-// One drop after the other in one dialog. The icon file of each shortcut is its target; an
-// icon is shown unless the file has none (0) or is no icon file (1), and the one shown
-// before is then destroyed. Refused shortcuts get their icon and name shown too.
-TEST_F(AppFixture, ADroppedShortcutIsEnhancedAParentThisProgramOrPlain)
-{
-    struct Row {
-        const char* link;
-        std::string target;
-        const char* args;
-        std::uintptr_t icon;
-        const char* caption;
-        const char* state;
-        std::string fields;
-        const char* iconCalls;
-    };
-    const std::map<std::string, std::string> texts = {
-        {"Zelmardeck Shortcut", "This is a shortcut to Zelmardeck itself, and cannot be modified."},
-        {"Linkwright", "This is a shortcut to this program, and cannot be modified."}};
     const std::string self = ProgramPath("Linkwright.exe");
-    const Row rows[] = {
-        {"Race.lnk", "C:\\Games\\race.exe", "-f \"a b\"", 0x71, "", Plain, "C:\\Games\\race.exe|C:\\W|-f [a b]|", "Redraw"},
-        {"MINE.LNK", "D:\\x\\MyZelmar.exe", "Profile=\"B\" TARGET=\"C:\\g.exe\" profile=\"A\" args=\"[q]\"", 1, "",
-         Enhanced, "C:\\g.exe||[q]|B,A", ""},
-        {"Other.LnK", "E:\\zelmar.EXE", "", 0, "Zelmardeck Shortcut", Empty, "|||", ""},
-        {"p.lnk", "C:\\Zelmar.exe", "profile=\"A\"", 0x72, "Zelmardeck Shortcut", Empty, "|||A", "DestroyIconHandle 0x71 Redraw"},
-        {"t.lnk", "C:\\Zelmar.exe", "target=\"C:\\g.exe\" profile=\"\"", 0, "Zelmardeck Shortcut", Empty, "C:\\g.exe|||", ""},
-        {"self.lnk", self, "-x", 0x73, "Linkwright", Empty, "|||", "DestroyIconHandle 0x72 Redraw"},
-        {"SELF.lnk", ProgramPath("LINKWRIGHT.EXE"), "", 0, "Linkwright", Empty, "|||", ""},
-        {"copy.lnk", "C:\\Other\\Linkwright.exe", "", 0, "", Plain, "C:\\Other\\Linkwright.exe|C:\\W||", ""},
-        {"longer.lnk", self + "x", "", 0, "", Plain, self + "x|C:\\W||", ""},
-        {"short.lnk", "mar.exe", "", 0, "", Plain, "mar.exe|C:\\W||", ""},
-        {".lnk", "C:\\a.exe", "", 0, "", Plain, "C:\\a.exe|C:\\W||", ""},
+    const std::vector<std::pair<const char*, LinkFile>> links = {
+        {"Race.lnk", Game},
+        {"Two.lnk", {"C:\\Zelmar.exe", "profile=Beta profile=alpha profile=gamma profile=Alpha profile=Beta target=g", "", "Two.ico", 0, ""}},
+        {"Case.lnk", {"C:\\Zelmar.exe", "profile=GAMMA target=g", "", "", 0, ""}},
+        {"MINE.LNK", {"D:\\x\\MyZelmar.exe", "Profile=B TARGET=g profile=A args=\"[q]\"", "", "Mine.ico", 0, ""}},
+        {"Other.LnK", {"E:\\zelmar.EXE", "", "", "", 0, ""}},
+        {"p.lnk", {"C:\\Zelmar.exe", "profile=A", "", "", 0, ""}},
+        {"t.lnk", {"C:\\Zelmar.exe", "target=g profile=\"\"", "", "", 0, ""}},
+        {"self.lnk", {self, "-x", "", "self.ico", 0, ""}},
+        {"SELF.lnk", {ProgramPath("LINKWRIGHT.EXE"), "", "", "", 0, ""}},
+        {"copy.lnk", {"C:\\Other\\Linkwright.exe", "", "W", "", 0, ""}},
+        {"longer.lnk", {self + "x", "", "", "", 0, ""}},
+        {"short.lnk", {"mar.exe", "", "", "", 0, ""}},
+        {".lnk", {"a.exe", "", "", "", 0, ""}},
     };
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        for (const Row& row : rows) {
-            SCOPED_TRACE(row.link);
-            const std::string link = std::string("C:\\L\\") + row.link;
-            ShellLinkModel::PutFile(Wide(link), {row.target, row.args, "C:\\W", "", 3, ""});
-            DialogModel().fileIcons[row.target] = reinterpret_cast<IconHandle>(row.icon);
-            DialogModel().calls.clear();
-            ASSERT_TRUE(Drop(dialog, link));
-            const std::string box = *row.caption ? row.caption + ("|" + texts.at(row.caption) + "|0") : "";
-            EXPECT_EQ(box.empty() ? Lines{} : Lines{box}, TakeBoxes());
-            EXPECT_EQ(row.state, States(window));
-            EXPECT_EQ(row.fields, Fields(dialog));
-            EXPECT_EQ(row.state == std::string(Enhanced), dialog.m_isEnhanced);
-            std::string iconCalls;
-            for (const std::string& line : Log({"DestroyIconHandle", "Redraw"}))
-                iconCalls += (iconCalls.empty() ? "" : " ") + line;
-            EXPECT_EQ(row.iconCalls, iconCalls);
-            EXPECT_EQ(Lines{"ExtractIconFrom " + row.target + " 3"}, Log({"ExtractIconFrom"}));
-            EXPECT_EQ(link.substr(5, link.size() - 9), window.controls[IDC_SHORTCUT_NAME].text);
-        }
-    });
-}
+    for (const auto& [name, file] : links)
+        ShellLinkModel::PutFile(Wide(std::string("C:\\L\\") + name), file);
+    DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Two.ico", NotAnIconFile},
+                           {"self.ico", reinterpret_cast<IconHandle>(0x73)}};
 
-// Every step leaves its control set, list rows, shortcut file and ShortcutList. Save and
-// Restore keep the dialog's data: a shortcut is saved twice, and saved after a Restore,
-// without being dropped anew. A failed write says so and changes nothing.
-TEST_F(AppFixture, TheRoadOfOneShortcut)
-{
-    const std::string link = "C:\\L\\Race.lnk", listed = Wide(link);
-    ShellLinkModel::PutFile(listed, Game);
-    auto saved = [&](const std::string& profiles) {
-        return LinkFile{ProgramPath("Zelmar.exe"),
-                        profiles + " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"",
-                        folder, Game.iconPath, 2, "kept"};
-    };
-    const LinkFile beta = saved("profile=\"Beta\"");
-    auto add = [](int entry) { return [entry](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(Add(w, entry)); }; };
-    auto press = [](int id) { return [id](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
-    auto drop = [&](CLinkDlg& d, CModelWindow&) { EXPECT_TRUE(Drop(d, link)); };
-    struct Step {
-        std::function<void(CLinkDlg&, CModelWindow&)> act;
-        const char* state;
-        Lines rows;
-        LinkFile file;
-        std::string list;
-        std::string box;
-    };
-    const Step steps[] = {
-        {drop, Plain, {}, Game, "", ""},
-        {[](CLinkDlg&, CModelWindow& w) { w.Select(IDC_PROFILE_COMBO, {}); w.Press(IDC_ADD); }, Plain, {}, Game, "", ""},
-        {add(2), Picking, {"Gamma"}, Game, "", ""},
-        {add(0), Picking, {"Alpha", "Gamma"}, Game, "", ""},
-        {add(0), Picking, {"Alpha", "Gamma"}, Game, "", ""},
-        {press(IDOK), Enhanced, {"Alpha", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\""), listed, ""},
-        {add(1), Edited, {"Alpha", "Beta", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\""), listed, ""},
-        {press(IDOK), Enhanced, {"Alpha", "Beta", "Gamma"}, saved("profile=\"Gamma\" profile=\"Alpha\" profile=\"Beta\""), listed, ""},
-        {press(IDC_RESTORE), Plain, {}, Game, "", ""},
-        {add(1), Picking, {"Beta"}, Game, "", ""},
-        {press(IDOK), Enhanced, {"Beta"}, beta, listed, ""},
-        {drop, Enhanced, {"Beta"}, beta, listed, ""},
-        {[](CLinkDlg&, CModelWindow& w) { w.Select(IDC_SELECTED_LIST, {0}); w.Press(IDC_REMOVE); }, EditedNone, {}, beta, listed, ""},
-        {add(0), Edited, {"Alpha"}, beta, listed, ""},
-        {[](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); }, Edited, {"Alpha"}, beta, listed, ""},
-        {press(IDOK), Edited, {"Alpha"}, beta, listed, WriteFailed},
-        {press(IDC_RESTORE), Edited, {"Alpha"}, beta, listed, WriteFailed},
+    using Act = std::function<void(CLinkDlg&, CModelWindow&)>;
+    auto drop = [&](const char* name) -> Act { return [=](CLinkDlg& d, CModelWindow&) { EXPECT_TRUE(Drop(d, std::string("C:\\L\\") + name)); }; };
+    auto add = [](int entry) -> Act { return [=](CLinkDlg&, CModelWindow& w) { w.Select(IDC_PROFILE_COMBO, {entry}), w.Press(IDC_ADD); }; };
+    auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
+    auto remove = [](std::vector<int> rows) -> Act { return [=](CLinkDlg&, CModelWindow& w) { w.Select(IDC_SELECTED_LIST, rows), w.Press(IDC_REMOVE); }; };
+    const std::string race = "C:\\Games\\race.exe|C:\\Games|-f [a b]|";
+    const std::string saveBeta = std::string("SetArguments profile=\"Beta\"") + Line;
+    const std::tuple<Act, const char*, std::string, Lines> steps[] = {
+        {drop("Race.lnk"), Plain, race + "||Race|0", {"ExtractIcon Race.ico 2", "Redraw"}},
+        {add(-1), Plain, race + "||Race|0", {}},
+        {add(2), Picking, race + "Gamma|Gamma|Race|0", {}},
+        {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
+        {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
+        {press(IDOK), Enhanced, race + "Gamma,Alpha|Alpha,Gamma|Race|1", {std::string("SetArguments profile=\"Gamma\" profile=\"Alpha\"") + Line}},
+        {add(1), Edited, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1", {}},
+        {press(IDOK), Enhanced, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1",
+         {std::string("SetArguments profile=\"Gamma\" profile=\"Alpha\" profile=\"Beta\"") + Line}},
+        {press(IDC_RESTORE), Plain, race + "||Race|0", {"SetArguments -f \"a b\""}},
+        {add(1), Picking, race + "Beta|Beta|Race|0", {}},
+        {press(IDOK), Enhanced, race + "Beta|Beta|Race|1", {saveBeta}},
+        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"ExtractIcon Race.ico 2", "DestroyIcon 0x71", "Redraw"}},
+        {drop("Two.lnk"), Enhanced, "g|||Beta,alpha,gamma,Alpha,Beta|alpha,Alpha,Beta,Beta,gamma|Two|1", {"ExtractIcon Two.ico 0"}},
+        {remove({1}), Edited, "g|||Beta,alpha,gamma,Beta|alpha,Beta,Beta,gamma|Two|1", {"ListDeleteItem 1"}},
+        {remove({0, 2, 3}), Edited, "g|||Beta|Beta|Two|1", {"ListDeleteItem 3", "ListDeleteItem 2", "ListDeleteItem 0"}},
+        {remove({0}), EditedNone, "g|||||Two|1", {"ListDeleteItem 0"}},
+        {press(IDC_REMOVE), EditedNone, "g|||||Two|1", {}},
+        {drop("Case.lnk"), Enhanced, "g|||GAMMA|GAMMA|Case|1", {"ExtractIcon C:\\Zelmar.exe 0"}},
+        {add(2), Enhanced, "g|||GAMMA|GAMMA|Case|1", {}},
+        {drop("MINE.LNK"), Enhanced, "g||[q]|B,A|A,B|MINE|1", {"ExtractIcon Mine.ico 0"}},
+        {drop("Other.LnK"), Empty, "|||||Other|1", {"ExtractIcon E:\\zelmar.EXE 0", Parent}},
+        {drop("p.lnk"), Empty, "|||A||p|1", {"ExtractIcon C:\\Zelmar.exe 0", Parent}},
+        {drop("t.lnk"), Empty, "g|||||t|1", {"ExtractIcon C:\\Zelmar.exe 0", Parent}},
+        {drop("self.lnk"), Empty, "|||||self|1", {"ExtractIcon self.ico 0", "DestroyIcon 0x71", "Redraw", ThisProgram}},
+        {drop("SELF.lnk"), Empty, "|||||SELF|1", {"ExtractIcon " + ProgramPath("LINKWRIGHT.EXE") + " 0", ThisProgram}},
+        {drop("copy.lnk"), Plain, "C:\\Other\\Linkwright.exe|W||||copy|1", {"ExtractIcon C:\\Other\\Linkwright.exe 0"}},
+        {drop("longer.lnk"), Plain, self + "x|||||longer|1", {"ExtractIcon " + self + "x 0"}},
+        {drop("short.lnk"), Plain, "mar.exe|||||short|1", {"ExtractIcon mar.exe 0"}},
+        {drop(".lnk"), Plain, "a.exe||||||1", {"ExtractIcon a.exe 0"}},
+        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"ExtractIcon Race.ico 2", "DestroyIcon 0x73", "Redraw"}},
+        {[](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); }, Enhanced, race + "Beta|Beta|Race|1", {}},
+        {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|1", {"SetArguments -f \"a b\"", WriteFailed}},
+        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
+        {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {std::string("SetArguments profile=\"Beta\" profile=\"Alpha\"") + Line, WriteFailed}},
     };
     CLinkDlg dialog;
     Run(dialog, [&](CModelWindow& window) {
-        for (const Step& step : steps) {
-            SCOPED_TRACE(&step - steps);
-            step.act(dialog, window);
-            EXPECT_EQ(step.state, States(window));
-            EXPECT_EQ(step.rows, window.controls[IDC_SELECTED_LIST].items);
-            EXPECT_EQ(step.file, ShellLinkModel::GetFile(listed));
-            EXPECT_EQ(step.list, ReadProgramFile("ShortcutList"));
-            EXPECT_EQ(step.box.empty() ? Lines{} : Lines{step.box}, TakeBoxes());
-        }
-    });
-}
-
-// Rows are matched to names: each selected row takes away the first node of its name, byte
-// for byte, and the rows go from the list from the highest down. The list finds a name in
-// any case, so one it shows can't be added again.
-TEST_F(AppFixture, RemoveTakesTheFirstNodeOfEachSelectedRowsName)
-{
-    const std::pair<std::vector<int>, std::string> rows[] = {   // the list shows alpha, Alpha, Beta, Beta, gamma
-        {{}, "Beta,alpha,gamma,Alpha,Beta"},
-        {{1}, "Beta,alpha,gamma,Beta 1"},
-        {{0, 2, 4}, "Alpha,Beta 4 2 0"},
-        {{2, 3}, "alpha,gamma,Alpha 3 2"},
-        {{0, 1, 2, 3, 4}, " 4 3 2 1 0"},
-    };
-    const std::string link = "C:\\L\\Two.lnk";
-    ShellLinkModel::PutFile(Wide(link), {"C:\\Zelmar.exe", "profile=Beta profile=alpha profile=gamma profile=Alpha "
-                                         "profile=Beta target=C:\\g.exe", "", "", 0, ""});
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        for (const auto& [selected, after] : rows) {
-            ASSERT_TRUE(Drop(dialog, link));
+        int step = 0;
+        for (const auto& [act, state, held, happened] : steps) {
+            SCOPED_TRACE(++step);
             DialogModel().calls.clear();
-            EXPECT_TRUE(window.Select(IDC_SELECTED_LIST, selected) && window.Press(IDC_REMOVE));
-            std::string left = Fields(dialog);
-            for (const std::string& line : Log({"ListDeleteItem 1008 "}))
-                left += " " + line.substr(20);
-            EXPECT_EQ("C:\\g.exe|||" + after, left);
-            EXPECT_EQ(selected.empty() ? Enhanced : after[0] == ' ' ? EditedNone : Edited, States(window));
-            EXPECT_TRUE(window.controls[IDC_SELECTED_LIST].selection.empty());
+            act(dialog, window);
+            EXPECT_EQ(state, States(window));
+            std::string data = std::string(dialog.m_target.Text()) + "|" + dialog.m_targetDir.Text() + "|" + dialog.m_args.Text() + "|";
+            for (CChainNode<CTextString>* node = dialog.m_selected.Head(); node; node = node->next)
+                data += std::string(node->prev ? "," : "") + node->payload->Text();
+            data += "|" + Joined(window.controls[IDC_SELECTED_LIST].items) + "|" + window.controls[IDC_SHORTCUT_NAME].text + "|" +
+                    std::to_string(dialog.m_shortcuts.Count());
+            EXPECT_EQ(held, data);
+            Lines events = Log({"ExtractIcon", "DestroyIcon", "Redraw", "ListDeleteItem", "SetArguments"});
+            events.insert(events.end(), DialogModel().messageBoxes.begin(), DialogModel().messageBoxes.end());
+            DialogModel().messageBoxes.clear();
+            EXPECT_EQ(happened, events);
         }
-        ASSERT_TRUE(Drop(dialog, link));
-        EXPECT_TRUE(Add(window, 2));
-        EXPECT_EQ(Enhanced, States(window));
-        EXPECT_EQ("C:\\g.exe|||Beta,alpha,gamma,Alpha,Beta", Fields(dialog));
     });
 }
 
@@ -194,54 +127,45 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
     const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
     const LinkFile restored = {"C:\\g.exe", "\"x\" [y]", "", "i", 1, ""};
     const std::string all = Wide("C:\\a.lnk") + Wide("C:\\b.lnk") + Wide("C:\\c.lnk") + Wide("C:\\d.lnk") + Wide("C:\\e.lnk");
-    struct Row {
-        const char* commandLine;
-        std::string list;
-        int failing;   // a step of the link store that fails, or -1
-        bool ran;
-        int saves;     // of a.lnk, the one enhanced shortcut, and of all together
-        bool listsStay;
+    const std::tuple<const char*, std::string, int, bool, int, bool> rows[] = {
+        // command line, ShortcutList, a step of the link store that fails, the dialog shown,
+        // writes tried (a.lnk is the one enhanced shortcut), the list files stay
+        {"Linkwright.exe \"-RESTOREALL\"", all, -1, false, 1, false},
+        {"x -restoreall y -RestoreAll", all, -1, false, 1, false},
+        {"x -RestoreAll", all, ShellLinkModel::StepSave, false, 1, false},
+        {"x -RestoreAll", "", -1, false, 0, false},
+        {"x -RestoreAll", "(none)", -1, false, 0, false},
+        {"x -RestoreAll", all, ShellLinkModel::StepCreate, false, 0, true},
+        {"-RestoreAll", all, -1, true, 0, true},
+        {"x -RestoreAl -RestoreAllX RestoreAll", all, -1, true, 0, true},
+        {"", all, -1, true, 0, true},
     };
-    const Row rows[] = {
-        {"Linkwright.exe \"-RESTOREALL\"", all, -1, true, 1, false},
-        {"x -restoreall y -RestoreAll", all, -1, true, 1, false},
-        {"x -RestoreAll", all, ShellLinkModel::StepSave, true, 0, false},
-        {"x -RestoreAll", "", -1, true, 0, false},
-        {"x -RestoreAll", "missing", -1, true, 0, false},
-        {"x -RestoreAll", all, ShellLinkModel::StepCreate, true, 0, true},
-        {"-RestoreAll", all, -1, false, 0, true},
-        {"x -RestoreAl -RestoreAllX RestoreAll", all, -1, false, 0, true},
-        {"", all, -1, false, 0, true},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(&row - rows);
+    for (const auto& [commandLine, list, failing, shown, writes, listsStay] : rows) {
+        SCOPED_TRACE(commandLine + list.substr(0, 6));
         ResetModels();
         for (const auto& [path, file] : {std::pair<const char*, LinkFile>{"C:\\a.lnk", enhanced}, {"C:\\b.lnk", Game},
                                          {"C:\\c.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
                                          {"C:\\d.lnk", {"C:\\Zelmar.exe", "", "", "", 0, ""}}})
             ShellLinkModel::PutFile(Wide(path), file);
-        if (row.failing >= 0)
-            ShellLinkModel::FailStep(static_cast<ShellLinkModel::Step>(row.failing));
-        DialogModel().commandLine = row.commandLine;
+        if (failing >= 0)
+            ShellLinkModel::FailStep(static_cast<ShellLinkModel::Step>(failing));
+        DialogModel().commandLine = commandLine;
         WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
-        WriteProgramFile("ShortcutList", row.list);
+        WriteProgramFile("ShortcutList", list);
         WriteProgramFile("ShortcutList.txt", "report");
-        if (row.list == "missing")
+        if (list == "(none)")
             RemoveProgramFile("ShortcutList");
-        bool shown = false;
+        bool seen = false;
         CLinkDlg dialog;
-        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { shown = true; }));
-        EXPECT_EQ(!row.ran, shown);
-        EXPECT_TRUE(DialogModel().messageBoxes.empty());
+        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { seen = true; }));
+        EXPECT_EQ(shown, seen);
+        EXPECT_EQ(Lines{}, DialogModel().messageBoxes);
         EXPECT_FALSE(dialog.m_restoringAll);
-        EXPECT_EQ(row.list == all ? 5 : 0, dialog.m_shortcuts.Count());
-        EXPECT_EQ(row.saves ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
-        int saves = 0;
-        for (const char* path : {"C:\\a.lnk", "C:\\b.lnk", "C:\\c.lnk", "C:\\d.lnk", "C:\\e.lnk"})
-            saves += ShellLinkModel::SaveCount(Wide(path));
-        EXPECT_EQ(row.saves, saves);
-        EXPECT_EQ(row.listsStay, ProgramFileExists("ShortcutList.txt"));
-        EXPECT_EQ(row.listsStay && row.list != "missing", ProgramFileExists("ShortcutList"));
+        EXPECT_EQ(list == all ? 5 : 0, dialog.m_shortcuts.Count());
+        EXPECT_EQ(writes && failing < 0 ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
+        EXPECT_EQ(writes, static_cast<int>(Log({"Save"}).size()));
+        EXPECT_EQ(listsStay ? "report" : "(none)", ReadProgramFile("ShortcutList.txt"));
+        EXPECT_EQ(listsStay ? list : "(none)", ReadProgramFile("ShortcutList"));
     }
 }
 
