@@ -73,14 +73,15 @@ bool CModelWindow::Select(int id, const std::vector<int>& rows) { return Item(th
 CDialog::CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
 CDialog::~CDialog() {}
 
-// After OnInitDialog the session plays the user; a dialog still open then is closed with
+// After OnInitDialog (whose true sets the focus) the session plays the user; a dialog still open then is closed with
 // the close box, and one that an OnCancel failed to end ends all the same, so that a
 // faulty handler fails its test instead of running for ever.
 int CDialog::DoModal()
 {
     CModelWindow made{this, DialogModel().templates[templateId]};
     window = &made;
-    OnInitDialog();
+    if (OnInitDialog())
+        Log("SetFocus");
     if (!made.ended && DialogModel().sessions[templateId])
         DialogModel().sessions[templateId](made);
     if (!made.ended)
@@ -179,7 +180,7 @@ CPaintContext::~CPaintContext() {}
 void CPaintContext::EraseIconBackground() { Log("EraseIconBackground"); }
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon) { Log("DrawIconAt", x, y, icon); }
 void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int w, int h) { Log("DrawIconSized", x, y, icon, w, h); }
-void CColourContext::SetTextColour(std::uint32_t colour) { Log("SetTextColour", colour); }
+void CColourContext::SetTextColour(std::uint32_t colour) { Log("SetTextColour", context, colour); }
 
 // Icons come as the test set them for a file; a font is known by its height, a brush by its
 // colour.

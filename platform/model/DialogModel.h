@@ -51,7 +51,8 @@ struct CDialogModel {
     std::vector<std::string> messageBoxes;   // "caption|text|flags", each answered with IdOk
     std::deque<CDialog*> posted;             // AppMessages waiting for PumpMessages
     // Every other platform call, one line each, handles in hex: "MakeFont 20 700 2 Arial",
-    // "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64". beforeCall runs ahead of each line, so a
+    // "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64", and for a colour
+    // the device context it was set on, "SetTextColour 0x3f3 13107200". beforeCall runs ahead of each line, so a
     // test can merge in another stand-in's log.
     std::vector<std::string> calls;
     std::function<void()> beforeCall;

@@ -11,6 +11,16 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+fs::path Native(const std::string& folder, std::string relative)
+{
+    std::replace(relative.begin(), relative.end(), '\\', '/');
+    return fs::path(folder) / relative;
+}
+
+}   // namespace
+
 void AppFixture::SetUp()
 {
     ResetModels();
@@ -20,7 +30,7 @@ void AppFixture::SetUp()
     OverrideProgramPath(ProgramPath("Linkwright.exe").c_str());
     WriteProgramFile("Zelmar.exe", "MZ");
     for (const char* name : {"Gamma", "Alpha", "Beta"})
-        WriteProfile(name, name);
+        WriteProfile(name);
 }
 
 void AppFixture::TearDown()
@@ -34,47 +44,40 @@ void AppFixture::ResetModels()
     ResetDialogModel();
     ShellLinkModel::Reset();
     shellCallsSeen = 0;
-    CDialogModel& model = DialogModel();
     for (int id : {IDCANCEL, IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDC_HELP_BUTTON, IDOK,
                    IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
-        model.templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE, id != IDC_ENABLED_LABEL, {}, {}, {}};
-    model.templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
-    model.beforeCall = [this] { Log(); };
-}
-
-std::string AppFixture::NativePath(std::string relative) const
-{
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    return nativeFolder + "/" + relative;
+        DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE, id != IDC_ENABLED_LABEL, {}, {}, {}};
+    DialogModel().templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
+    DialogModel().beforeCall = [this] { Log(); };
 }
 
 void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
 {
-    fs::create_directories(fs::path(NativePath(relative)).parent_path());
-    std::ofstream(NativePath(relative), std::ios::binary) << bytes;
+    fs::create_directories(Native(nativeFolder, relative).parent_path());
+    std::ofstream(Native(nativeFolder, relative), std::ios::binary) << bytes;
 }
 
 std::string AppFixture::ReadProgramFile(const std::string& relative) const
 {
-    std::ifstream in(NativePath(relative), std::ios::binary);
+    std::ifstream in(Native(nativeFolder, relative), std::ios::binary);
     return in ? std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()) : "(none)";
 }
 
 void AppFixture::RemoveProgramFile(const std::string& relative) const
 {
     std::error_code ignored;
-    fs::remove_all(NativePath(relative), ignored);
+    fs::remove_all(Native(nativeFolder, relative), ignored);
 }
 
-void AppFixture::WriteProfile(const std::string& fileName, const std::string& displayName) const
+void AppFixture::WriteProfile(const std::string& name) const
 {
     CTextString bytes(0);
     CEventProfile profile;
     ASSERT_TRUE(profile.BeginMemory(bytes) && profile.OpenGroup(CEventProfile::TypeGroupId) &&
                 profile.WriteLeaf(CTextString("EventProfile")) && profile.CloseGroup() &&
-                profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(displayName.c_str())) &&
+                profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(name.c_str())) &&
                 profile.Close());
-    WriteProgramFile("Profiles\\" + fileName + ".idprof", std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
+    WriteProgramFile("Profiles\\" + name + ".idprof", std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
@@ -89,25 +92,18 @@ bool AppFixture::Drop(CLinkDlg& dialog, const std::string& path)
 {
     const std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') + std::string("\1\0\0\0", 4) +
                               ShellLinkModel::Wide(path) + std::string(3, '\0');
-    CLinkDropTarget& target = dialog.m_dropTarget;
-    const bool accepted = target.OnDragEnter(block.data(), block.size(), 0) == DropEffectCopy;
-    const bool taken = target.OnDrop(target.OnDragOver(0));
+    const bool accepted = dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0) == DropEffectCopy;
+    const bool taken = dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
     DialogModel().PumpMessages();
     return accepted && taken;
 }
 
-bool AppFixture::Add(CModelWindow& window, int entry)
-{
-    return window.Select(IDC_PROFILE_COMBO, {entry}) && window.Press(IDC_ADD);
-}
-
 std::string AppFixture::States(CModelWindow& window)
 {
-    const char* names[] = {"combo", "add", "list", "remove", "save", "restore"};
     std::string states;
-    int i = 0;
-    for (int id : {IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDOK, IDC_RESTORE})
-        states += names[i++] + std::string(window.dialog->IsItemEnabled(id) ? "+ " : "- ");
+    for (auto [name, id] : {std::pair<const char*, int>{"combo", IDC_PROFILE_COMBO}, {"add", IDC_ADD},
+                            {"list", IDC_SELECTED_LIST}, {"remove", IDC_REMOVE}, {"save", IDOK}, {"restore", IDC_RESTORE}})
+        states += name + std::string(window.dialog->IsItemEnabled(id) ? "+ " : "- ");
     return states + (window.dialog->IsItemVisible(IDC_ENABLED_LABEL) ? "label+" : "label-");
 }
 
@@ -118,8 +114,7 @@ Lines AppFixture::Log(const Lines& prefixes)
         DialogModel().calls.push_back(shell[shellCallsSeen]);
     Lines lines;
     for (const std::string& line : DialogModel().calls) {
-        if (prefixes.empty() || std::any_of(prefixes.begin(), prefixes.end(),
-                                            [&](const std::string& p) { return line.rfind(p, 0) == 0; }))
+        if (prefixes.empty() || std::any_of(prefixes.begin(), prefixes.end(), [&](auto& p) { return !line.rfind(p, 0); }))
             lines.push_back(line);
     }
     return lines;

@@ -17,7 +17,7 @@
 
 using Lines = std::vector<std::string>;
 
-// The control set, as States shows it.
+// The control sets of the states, as States shows them.
 const char Empty[] = "combo- add- list- remove- save- restore- label-";
 const char Plain[] = "combo+ add+ list- remove- save- restore- label-";
 const char Picking[] = "combo+ add+ list+ remove+ save+ restore- label-";
@@ -31,26 +31,24 @@ protected:
     void TearDown() override;
     void ResetModels();   // the dialog model and the link store as SetUp leaves them
 
-    // Files of the program folder by relative Windows path; ProgramPath("") is the folder.
+    // Files of the program folder, by Windows path relative to it; "(none)" reads a missing one.
     std::string ProgramPath(const std::string& relative) const { return folder + "\\" + relative; }
     void WriteProgramFile(const std::string& relative, const std::string& bytes) const;
-    std::string ReadProgramFile(const std::string& relative) const;   // "(none)" when missing
+    std::string ReadProgramFile(const std::string& relative) const;
     void RemoveProgramFile(const std::string& relative) const;
-    void WriteProfile(const std::string& fileName, const std::string& displayName) const;   // Profiles\*.idprof
-    std::string NativePath(std::string relative) const;
+    void WriteProfile(const std::string& name) const;   // Profiles\<name>.idprof showing that name
 
     // Runs the main dialog modally; the session plays the user once the start is done.
     int Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session = nullptr);
-    // Drags the shortcut over the dialog and drops it; the posted analysis runs. True
-    // when the drag was accepted and the drop taken.
+    // Drags the shortcut over the dialog and drops it; the posted analysis runs. True when
+    // the drag was accepted and the drop taken.
     bool Drop(CLinkDlg& dialog, const std::string& path);
-    static bool Add(CModelWindow& window, int entry);   // selects the combo entry, presses Add
     // "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
     static std::string States(CModelWindow& window);
     // The merged log; only the lines that begin with one of the prefixes, when given.
     Lines Log(const Lines& prefixes = {});
 
     std::string nativeFolder;   // the program folder as the C++ library names it
-    std::string folder;         // the same as a Windows path, no trailing backslash
+    std::string folder;         // the same as a Windows path
     std::size_t shellCallsSeen = 0;
 };

@@ -118,54 +118,63 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     });
 }
 
-// Restore-all writes back only what is enhanced, under the quote characters in force, and
-// says nothing, whatever fails. The list in memory stays whole, and both list files go,
-// also when the list is empty or missing. Without the link object nothing can be restored,
-// and the files stay for a later run. The first token is the program's name.
+// A start with -RestoreAll writes back only what is enhanced, under the quote characters
+// in force, and says nothing, whatever fails; the list in memory stays whole, and both list
+// files go, also when the list is empty or missing. Without the link object nothing can be
+// restored and the files stay for a later run. The first token is the program's name. A
+// refused start shows its message and never gets as far as the command line.
 TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
 {
     const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
     const LinkFile restored = {"C:\\g.exe", "\"x\" [y]", "", "i", 1, ""};
     const std::string all = Wide("C:\\a.lnk") + Wide("C:\\b.lnk") + Wide("C:\\c.lnk") + Wide("C:\\d.lnk") + Wide("C:\\e.lnk");
-    const std::tuple<const char*, std::string, int, bool, int, bool> rows[] = {
-        // command line, ShortcutList, a step of the link store that fails, the dialog shown,
-        // writes tried (a.lnk is the one enhanced shortcut), the list files stay
-        {"Linkwright.exe \"-RESTOREALL\"", all, -1, false, 1, false},
-        {"x -restoreall y -RestoreAll", all, -1, false, 1, false},
-        {"x -RestoreAll", all, ShellLinkModel::StepSave, false, 1, false},
-        {"x -RestoreAll", "", -1, false, 0, false},
-        {"x -RestoreAll", "(none)", -1, false, 0, false},
-        {"x -RestoreAll", all, ShellLinkModel::StepCreate, false, 0, true},
-        {"-RestoreAll", all, -1, true, 0, true},
-        {"x -RestoreAl -RestoreAllX RestoreAll", all, -1, true, 0, true},
-        {"", all, -1, true, 0, true},
+    auto fail = [](ShellLinkModel::Step step) { return [=] { ShellLinkModel::FailStep(step); }; };
+    auto remove = [this](const char* file) { return [=] { RemoveProgramFile(file); }; };
+    const std::function<void()> none = [] {};
+    const std::tuple<const char*, std::string, std::function<void()>, bool, int, bool, Lines> rows[] = {
+        // command line; ShortcutList; what fails; the dialog shown; writes tried (a.lnk is
+        // the one enhanced shortcut); the list files stay; the message boxes
+        {"Linkwright.exe \"-RESTOREALL\"", all, none, false, 1, false, {}},
+        {"x -restoreall y -RestoreAll", all, none, false, 1, false, {}},
+        {"x -RestoreAll", all, fail(ShellLinkModel::StepSave), false, 1, false, {}},
+        {"x -RestoreAll", "", none, false, 0, false, {}},
+        {"x -RestoreAll", "(none)", remove("ShortcutList"), false, 0, false, {}},
+        {"x -RestoreAll", all, fail(ShellLinkModel::StepCreate), false, 0, true, {}},
+        {"-RestoreAll", all, none, true, 0, true, {}},
+        {"x -RestoreAl -RestoreAllX RestoreAll", all, none, true, 0, true, {}},
+        {"", all, none, true, 0, true, {}},
+        {"x -RestoreAll", all, remove("Zelmar.exe"), false, 0, true,
+         {"ZLD Not Found|Linkwright could not find Zelmardeck. Please re-install Zelmardeck.|48"}},
+        {"x -RestoreAll", all, remove("Profiles"), false, 0, true,
+         {"No Profiles|Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended "
+          "application, and restart Linkwright|0"}},
     };
-    for (const auto& [commandLine, list, failing, shown, writes, listsStay] : rows) {
+    for (const auto& [commandLine, list, setUp, shown, writes, listsStay, boxes] : rows) {
         SCOPED_TRACE(commandLine + list.substr(0, 6));
         ResetModels();
         for (const auto& [path, file] : {std::pair<const char*, LinkFile>{"C:\\a.lnk", enhanced}, {"C:\\b.lnk", Game},
                                          {"C:\\c.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
                                          {"C:\\d.lnk", {"C:\\Zelmar.exe", "", "", "", 0, ""}}})
             ShellLinkModel::PutFile(Wide(path), file);
-        if (failing >= 0)
-            ShellLinkModel::FailStep(static_cast<ShellLinkModel::Step>(failing));
         DialogModel().commandLine = commandLine;
         WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
         WriteProgramFile("ShortcutList", list);
         WriteProgramFile("ShortcutList.txt", "report");
-        if (list == "(none)")
-            RemoveProgramFile("ShortcutList");
+        setUp();
         bool seen = false;
         CLinkDlg dialog;
         EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { seen = true; }));
         EXPECT_EQ(shown, seen);
-        EXPECT_EQ(Lines{}, DialogModel().messageBoxes);
+        EXPECT_EQ(boxes, DialogModel().messageBoxes);
         EXPECT_FALSE(dialog.m_restoringAll);
-        EXPECT_EQ(list == all ? 5 : 0, dialog.m_shortcuts.Count());
-        EXPECT_EQ(writes && failing < 0 ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
+        EXPECT_EQ(list == all && boxes.empty() ? 5 : 0, dialog.m_shortcuts.Count());
+        EXPECT_EQ(writes && ShellLinkModel::SaveCount(Wide("C:\\a.lnk")) ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
         EXPECT_EQ(writes, static_cast<int>(Log({"Save"}).size()));
+        EXPECT_EQ(Lines{"SetFocus"}, Log({"SetFocus"}));
         EXPECT_EQ(listsStay ? "report" : "(none)", ReadProgramFile("ShortcutList.txt"));
         EXPECT_EQ(listsStay ? list : "(none)", ReadProgramFile("ShortcutList"));
+        WriteProgramFile("Zelmar.exe", "MZ");
+        WriteProfile("Gamma");
     }
 }
 

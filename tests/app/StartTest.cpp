@@ -35,9 +35,9 @@ const Lines WholeRun = {
     "LoadAppIcon 128", "SetWindowIcon 1 0xa1", "SetWindowIcon 0 0xa1", "StartOle", "MakeFont 20 700 2 Arial",
     "SetItemFont 1011 0x14", "MakeFont 14 700 2 MS Sans Serif", "SetItemFont 1012 0xe",
     "ListInsertColumn 1008 0 Profile Name 362", "ListSetExtendedStyle 1008 32", "Create", "QueryPersistFile",
-    "Register", "EnableToolTips", "DefaultPaint", "DrawIconSized 20 30 0x77 64 64", "DefaultPaint",
-    "EraseIconBackground", "DrawIconAt 177 143 0xa1", "SetTextColour 13107200", "SetToolTipLimits 300 5000",
-    "MakeSolidBrush 16777215", "DeleteBrush 0xffffff", "Revoke", "ReleasePersistFile", "ReleaseShellLink", "StopOle",
+    "Register", "EnableToolTips", "SetFocus", "DefaultPaint", "DrawIconSized 20 30 0x77 64 64", "DefaultPaint",
+    "EraseIconBackground", "DrawIconAt 177 143 0xa1", "SetTextColour 0x2784 13107200", "SetToolTipLimits 300 5000",
+    "MakeSolidBrush 16777215", "SetFocus", "DeleteBrush 0xffffff", "Revoke", "ReleasePersistFile", "ReleaseShellLink", "StopOle",
     "DeleteFont 0xe", "DeleteFont 0x14"};
 
 void PlayTheLook(CModelWindow& window)
@@ -49,9 +49,10 @@ void PlayTheLook(CModelWindow& window)
         dialog.OnPaint();
     }
     window.minimised = false;
-    CColourContext context(nullptr);
-    for (auto [id, kind] : {std::pair<int, int>{IDC_ENABLED_LABEL, 6}, {IDC_ENABLED_LABEL, 5}, {IDC_SHORTCUT_NAME, 6}})
+    for (auto [id, kind] : {std::pair<int, int>{IDC_ENABLED_LABEL, 6}, {IDC_ENABLED_LABEL, 5}, {IDC_SHORTCUT_NAME, 6}}) {
+        CColourContext context(reinterpret_cast<void*>(static_cast<std::uintptr_t>(id * 10 + kind)));
         EXPECT_EQ(nullptr, dialog.OnCtlColor(context, id, kind));
+    }
     const char* tip = "none";
     EXPECT_FALSE(dialog.OnNeedText(0, &tip));
     EXPECT_TRUE(dialog.OnNeedText(IDC_SELECTED_LIST, &tip));
@@ -100,31 +101,6 @@ TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
     DialogModel().sessions[IDD_LINKWRIGHT_DIALOG] = PlayTheLook;
     EXPECT_FALSE(CLinkApp().InitInstance());
     EXPECT_EQ(WholeRun, Log());
-    EXPECT_EQ(Lines{}, DialogModel().messageBoxes);
-}
-
-// Either refusal shows its message and ends the start there: nothing more is set up and a
-// -RestoreAll is never looked at, so the list files stay.
-TEST_F(AppFixture, ARefusedStartShowsItsMessageAndDoesNothingElse)
-{
-    const std::pair<const char*, const char*> rows[] = {
-        {"Zelmar.exe", "ZLD Not Found|Linkwright could not find Zelmardeck. Please re-install Zelmardeck.|48"},
-        {"Profiles", "No Profiles|Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended "
-                     "application, and restart Linkwright|0"},
-    };
-    for (const auto& [missing, box] : rows) {
-        ResetModels();
-        DialogModel().commandLine = "Linkwright.exe -RestoreAll";
-        WriteProgramFile("ShortcutList", "");
-        RemoveProgramFile(missing);
-        CLinkDlg dialog;
-        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { ADD_FAILURE() << "shown"; }));
-        EXPECT_EQ(ProgramPath("Zelmar.exe"), dialog.m_parentPath.Text());
-        EXPECT_EQ(Lines{box}, DialogModel().messageBoxes);
-        EXPECT_EQ(Lines{"LoadAppIcon 128"}, Log());
-        EXPECT_EQ("", ReadProgramFile("ShortcutList"));
-        WriteProgramFile("Zelmar.exe", "MZ");
-    }
 }
 
 // The tool tips are the string resources of the controls, in the program's resource script.
