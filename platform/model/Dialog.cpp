@@ -26,10 +26,9 @@ void Log(const Parts&... parts)
 // unsigned, as std::string compares them.
 std::string Folded(std::string text)
 {
-    return std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? c - 32 : c; }), text;
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? c - 32 : c; });
+    return text;
 }
-
-bool SortsBefore(const std::string& a, const std::string& b) { return Folded(a) < Folded(b); }
 
 // The control with this id; when the dialog has no window or no such control, a blank
 // stand-in, off and hidden, that the next call forgets.
@@ -40,7 +39,11 @@ ModelControl& Item(void* window, int id)
     return controls && controls->count(id) ? controls->at(id) : (missing = ModelControl{false, false, {}, {}, {}});
 }
 
-bool HasRow(void* window, int id, int row) { return row >= 0 && row < static_cast<int>(Item(window, id).items.size()); }
+const char* Row(void* window, int id, int row)
+{
+    const std::vector<std::string>& items = Item(window, id).items;
+    return row >= 0 && row < static_cast<int>(items.size()) ? items[static_cast<std::size_t>(row)].c_str() : nullptr;
+}
 
 }   // namespace
 
@@ -54,12 +57,6 @@ void ResetDialogModel()
 
 void CDialogModel::Call(const std::string& line) { beforeCall ? beforeCall() : void(), calls.push_back(line); }
 
-void CDialogModel::PumpMessages()
-{
-    for (; !posted.empty(); posted.pop_front())
-        posted.front()->Handle() ? posted.front()->OnAppMessage() : void();
-}
-
 bool CModelWindow::Press(int id)
 {
     if (!Item(this, id).enabled)
@@ -68,14 +65,12 @@ bool CModelWindow::Press(int id)
     return true;
 }
 
-bool CModelWindow::Select(int id, const std::vector<int>& rows) { return Item(this, id).enabled && (Item(this, id).selection = rows, true); }
-
 CDialog::CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
 CDialog::~CDialog() {}
 
-// After OnInitDialog (whose true sets the focus) the session plays the user; a dialog still open then is closed with
-// the close box, and one that an OnCancel failed to end ends all the same, so that a
-// faulty handler fails its test instead of running for ever.
+// After OnInitDialog (whose true sets the focus) the session plays the user; a dialog still
+// open then is closed with the close box, and one that an OnCancel failed to end ends all
+// the same, so that a faulty handler fails its test instead of running for ever.
 int CDialog::DoModal()
 {
     CModelWindow made{this, DialogModel().templates[templateId]};
@@ -120,28 +115,35 @@ void CDialog::SetItemFont(int id, FontHandle font) { Log("SetItemFont", id, font
 void CDialog::ComboAddString(int id, const char* text)
 {
     std::vector<std::string>& items = Item(window, id).items;
-    items.insert(std::upper_bound(items.begin(), items.end(), text, SortsBefore), text);
+    auto place = std::find_if(items.begin(), items.end(), [&](auto& item) { return Folded(text) < Folded(item); });
+    items.insert(place, text);
 }
 
 void CDialog::ListInsertItem(int id, int, const char* text) { ComboAddString(id, text); }
 void CDialog::ComboSetCurSel(int id, int index) { Item(window, id).selection = {index}; }
-int CDialog::ComboGetCurSel(int id) const { return Item(window, id).selection.empty() ? -1 : Item(window, id).selection[0]; }
-
+int CDialog::ComboGetCurSel(int id) const
+{
+    return Item(window, id).selection.empty() ? -1 : Item(window, id).selection[0];
+}
 void CDialog::ComboGetLBText(int id, int index, CTextString& text) const
 {
-    text.Assign(HasRow(window, id, index) ? Item(window, id).items[static_cast<std::size_t>(index)].c_str() : "");
+    text.Assign(Row(window, id, index) ? Row(window, id, index) : "");
 }
-
 void CDialog::ListGetItemText(int id, int row, CTextString& text) const { ComboGetLBText(id, row, text); }
-void CDialog::ListInsertColumn(int id, int column, const char* head, int width) { Log("ListInsertColumn", id, column, head, width); }
 void CDialog::ListSetExtendedStyle(int id, std::uint32_t style) { Log("ListSetExtendedStyle", id, style); }
-void CDialog::ListDeleteAllItems(int id) { Item(window, id).items.clear(), Item(window, id).selection.clear(); }
+
+void CDialog::ListInsertColumn(int id, int column, const char* heading, int width)
+{
+    Log("ListInsertColumn", id, column, heading, width);
+}
 
 int CDialog::ListFindItem(int id, const char* text) const
 {
-    const std::vector<std::string>& items = Item(window, id).items;
-    auto found = std::find_if(items.begin(), items.end(), [&](auto& item) { return Folded(item) == Folded(text); });
-    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
+    for (int row = 0; Row(window, id, row); ++row) {
+        if (Folded(Row(window, id, row)) == Folded(text))
+            return row;
+    }
+    return -1;
 }
 
 int CDialog::ListGetNextSelected(int id, int row) const
@@ -152,21 +154,29 @@ int CDialog::ListGetNextSelected(int id, int row) const
 }
 
 // The rows behind a deleted one move up, and the selection goes, as the dialog rebuilds the
-// list after its deletes. Deletes are logged, since their order decides which rows go.
+// list after its deletes. Deletes of one row are logged: their order decides which go.
 void CDialog::ListDeleteItem(int id, int row)
 {
     Log("ListDeleteItem", row);
-    if (HasRow(window, id, row))
+    if (Row(window, id, row))
         Item(window, id).items.erase(Item(window, id).items.begin() + row);
+    Item(window, id).selection.clear();
+}
+
+void CDialog::ListDeleteAllItems(int id)
+{
+    Item(window, id).items.clear();
     Item(window, id).selection.clear();
 }
 
 int CDialog::ShowMessage(const char* text, const char* caption, std::uint32_t flags)
 {
-    return DialogModel().messageBoxes.push_back(std::string(caption) + "|" + text + "|" + std::to_string(flags)), IdOk;
+    DialogModel().messageBoxes.push_back(std::string(caption) + "|" + text + "|" + std::to_string(flags));
+    return IdOk;
 }
 
-void CDialog::QueueAppMessage() { DialogModel().posted.push_back(this); }
+// The posted message is delivered at once: the model has no drag loop to wait for.
+void CDialog::QueueAppMessage() { OnAppMessage(); }
 void CDialog::SetWindowIcon(bool big, IconHandle icon) { Log("SetWindowIcon", big, icon); }
 bool CDialog::IsMinimised() const { return window && static_cast<CModelWindow*>(window)->minimised; }
 int CDialog::ClientWidth() const { return 386; }
@@ -179,24 +189,31 @@ CPaintContext::CPaintContext(CDialog& dialog_) : dialog(dialog_), context(nullpt
 CPaintContext::~CPaintContext() {}
 void CPaintContext::EraseIconBackground() { Log("EraseIconBackground"); }
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon) { Log("DrawIconAt", x, y, icon); }
-void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int w, int h) { Log("DrawIconSized", x, y, icon, w, h); }
+void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int width, int height)
+{
+    Log("DrawIconSized", x, y, icon, width, height);
+}
 void CColourContext::SetTextColour(std::uint32_t colour) { Log("SetTextColour", context, colour); }
 
-// Icons come as the test set them for a file; a font is known by its height, a brush by its
-// colour.
+// An icon is what the test set for its file; a font is known by its height, a brush by its
+// colour; every string resource is "a tip".
 IconHandle LoadAppIcon(int resourceId) { return Log("LoadAppIcon", resourceId), ModelAppIcon; }
-IconHandle ExtractIconFrom(const char* path, int index) { return Log("ExtractIcon", path, index), DialogModel().icons[path]; }
+IconHandle ExtractIconFrom(const char* path, int) { return DialogModel().icons[path]; }
 void DestroyIconHandle(IconHandle icon) { Log("DestroyIcon", icon); }
 int SystemIconWidth() { return 32; }
 int SystemIconHeight() { return 31; }
-FontHandle MakeFont(int height, int weight, int quality, const char* face)
-{
-    return Log("MakeFont", height, weight, quality, face), reinterpret_cast<FontHandle>(static_cast<std::uintptr_t>(height));
-}
 void DeleteFontHandle(FontHandle font) { Log("DeleteFont", font); }
-BrushHandle MakeSolidBrush(std::uint32_t colour)
-{
-    return Log("MakeSolidBrush", colour), reinterpret_cast<BrushHandle>(static_cast<std::uintptr_t>(colour));
-}
 void DeleteBrushHandle(BrushHandle brush) { Log("DeleteBrush", brush); }
 void LoadResourceString(int, CTextString& text) { text.Assign("a tip"); }
+
+FontHandle MakeFont(int height, int weight, int quality, const char* face)
+{
+    Log("MakeFont", height, weight, quality, face);
+    return reinterpret_cast<FontHandle>(static_cast<std::uintptr_t>(height));
+}
+
+BrushHandle MakeSolidBrush(std::uint32_t colour)
+{
+    Log("MakeSolidBrush", colour);
+    return reinterpret_cast<BrushHandle>(static_cast<std::uintptr_t>(colour));
+}

@@ -13,7 +13,6 @@
 // that a test making the Nth allocation fail counts the system's allocations only.
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
 #include <string>
@@ -22,8 +21,7 @@
 #include "platform/Dialog.h"
 
 struct ModelControl {
-    bool enabled = true;
-    bool visible = true;
+    bool enabled = true, visible = true;
     std::string text;
     std::vector<std::string> items;   // combo entries or list rows, sorted
     std::vector<int> selection;       // the combo's current entry, or the selected rows ascending
@@ -33,13 +31,13 @@ struct ModelControl {
 struct CModelWindow {
     CDialog* dialog;
     std::map<int, ModelControl> controls;
-    bool ended = false;
+    bool ended = false, minimised = false;
     int endCode = 0;
-    bool minimised = false;
 
-    // The user's actions; false, doing nothing, when the control is missing or disabled.
-    bool Press(int id);   // IdOk -> OnOK, IdCancel -> OnCancel, any other id -> OnCommand
-    bool Select(int id, const std::vector<int>& selection);
+    // The user presses a control: IdOk -> OnOK, IdCancel -> OnCancel, any other id ->
+    // OnCommand; false, doing nothing, when the control is missing or disabled. The user
+    // selects by setting a control's selection.
+    bool Press(int id);
 };
 
 const IconHandle ModelAppIcon = reinterpret_cast<IconHandle>(0xA1);
@@ -49,11 +47,10 @@ struct CDialogModel {
     std::map<int, std::function<void(CModelWindow&)>> sessions;
 
     std::vector<std::string> messageBoxes;   // "caption|text|flags", each answered with IdOk
-    std::deque<CDialog*> posted;             // AppMessages waiting for PumpMessages
-    // Every other platform call, one line each, handles in hex: "MakeFont 20 700 2 Arial",
-    // "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64", and for a colour
-    // the device context it was set on, "SetTextColour 0x3f3 13107200". beforeCall runs ahead of each line, so a
-    // test can merge in another stand-in's log.
+    // Every other platform call that shows, one line each, handles in hex: "MakeFont 20 700
+    // 2 Arial", "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64", and for
+    // a colour the device context it was set on, "SetTextColour 0x3f3 13107200". beforeCall
+    // runs ahead of each line, so that a test can merge in another stand-in's log.
     std::vector<std::string> calls;
     std::function<void()> beforeCall;
 
@@ -64,9 +61,6 @@ struct CDialogModel {
     std::string commandLine = "Linkwright.exe";
 
     void Call(const std::string& line);
-    // Delivers the posted messages in order, those posted meanwhile included; one for a
-    // dialog that has ended is dropped.
-    void PumpMessages();
 };
 
 // The one model of the process, and a fresh one.

@@ -11,16 +11,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-fs::path Native(const std::string& folder, std::string relative)
-{
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    return fs::path(folder) / relative;
-}
-
-}   // namespace
-
 void AppFixture::SetUp()
 {
     ResetModels();
@@ -46,27 +36,28 @@ void AppFixture::ResetModels()
     shellCallsSeen = 0;
     for (int id : {IDCANCEL, IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDC_HELP_BUTTON, IDOK,
                    IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
-        DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE, id != IDC_ENABLED_LABEL, {}, {}, {}};
+        DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE,
+                                                              id != IDC_ENABLED_LABEL, {}, {}, {}};
     DialogModel().templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
     DialogModel().beforeCall = [this] { Log(); };
 }
 
 void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
 {
-    fs::create_directories(Native(nativeFolder, relative).parent_path());
-    std::ofstream(Native(nativeFolder, relative), std::ios::binary) << bytes;
+    fs::create_directories((fs::path(nativeFolder) / relative).parent_path());
+    std::ofstream(fs::path(nativeFolder) / relative, std::ios::binary) << bytes;
 }
 
 std::string AppFixture::ReadProgramFile(const std::string& relative) const
 {
-    std::ifstream in(Native(nativeFolder, relative), std::ios::binary);
+    std::ifstream in(fs::path(nativeFolder) / relative, std::ios::binary);
     return in ? std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()) : "(none)";
 }
 
 void AppFixture::RemoveProgramFile(const std::string& relative) const
 {
     std::error_code ignored;
-    fs::remove_all(Native(nativeFolder, relative), ignored);
+    fs::remove_all(fs::path(nativeFolder) / relative, ignored);
 }
 
 void AppFixture::WriteProfile(const std::string& name) const
@@ -77,7 +68,8 @@ void AppFixture::WriteProfile(const std::string& name) const
                 profile.WriteLeaf(CTextString("EventProfile")) && profile.CloseGroup() &&
                 profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(name.c_str())) &&
                 profile.Close());
-    WriteProgramFile("Profiles\\" + name + ".idprof", std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
+    WriteProgramFile("Profiles/" + name + ".idprof",
+                     std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
@@ -87,22 +79,21 @@ int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session
 }
 
 // A CF_HDROP block: the DROPFILES record (names at 20, wide), the name, and the zero unit
-// that ends the list.
+// that ends the list. The model delivers the message the drop posts at once.
 bool AppFixture::Drop(CLinkDlg& dialog, const std::string& path)
 {
     const std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') + std::string("\1\0\0\0", 4) +
                               ShellLinkModel::Wide(path) + std::string(3, '\0');
     const bool accepted = dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0) == DropEffectCopy;
-    const bool taken = dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
-    DialogModel().PumpMessages();
-    return accepted && taken;
+    return dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0)) && accepted;
 }
 
 std::string AppFixture::States(CModelWindow& window)
 {
     std::string states;
     for (auto [name, id] : {std::pair<const char*, int>{"combo", IDC_PROFILE_COMBO}, {"add", IDC_ADD},
-                            {"list", IDC_SELECTED_LIST}, {"remove", IDC_REMOVE}, {"save", IDOK}, {"restore", IDC_RESTORE}})
+                            {"list", IDC_SELECTED_LIST}, {"remove", IDC_REMOVE}, {"save", IDOK},
+                            {"restore", IDC_RESTORE}})
         states += name + std::string(window.dialog->IsItemEnabled(id) ? "+ " : "- ");
     return states + (window.dialog->IsItemVisible(IDC_ENABLED_LABEL) ? "label+" : "label-");
 }
@@ -114,7 +105,8 @@ Lines AppFixture::Log(const Lines& prefixes)
         DialogModel().calls.push_back(shell[shellCallsSeen]);
     Lines lines;
     for (const std::string& line : DialogModel().calls) {
-        if (prefixes.empty() || std::any_of(prefixes.begin(), prefixes.end(), [&](auto& p) { return !line.rfind(p, 0); }))
+        if (prefixes.empty() ||
+            std::any_of(prefixes.begin(), prefixes.end(), [&](auto& p) { return line.rfind(p, 0) == 0; }))
             lines.push_back(line);
     }
     return lines;

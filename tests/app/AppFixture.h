@@ -31,7 +31,7 @@ protected:
     void TearDown() override;
     void ResetModels();   // the dialog model and the link store as SetUp leaves them
 
-    // Files of the program folder, by Windows path relative to it; "(none)" reads a missing one.
+    // Files of the program folder by name ("Profiles/x" natively); a missing one reads "(none)".
     std::string ProgramPath(const std::string& relative) const { return folder + "\\" + relative; }
     void WriteProgramFile(const std::string& relative, const std::string& bytes) const;
     std::string ReadProgramFile(const std::string& relative) const;
@@ -40,8 +40,8 @@ protected:
 
     // Runs the main dialog modally; the session plays the user once the start is done.
     int Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session = nullptr);
-    // Drags the shortcut over the dialog and drops it; the posted analysis runs. True when
-    // the drag was accepted and the drop taken.
+    // Drags the shortcut over the dialog and drops it, and the analysis runs. True when the
+    // drag was accepted and the drop taken.
     bool Drop(CLinkDlg& dialog, const std::string& path);
     // "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
     static std::string States(CModelWindow& window);
