@@ -35,7 +35,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {"Race.lnk", Game},
         {"Two.lnk",
          {"C:\\Zelmar.exe", "profile=Beta profile=alpha profile=gamma profile=Alpha profile=Beta target=g", "", "", 0, ""}},
-        {"Case.lnk", {"C:\\Zelmar.exe", "profile=GAMMA target=g", "", "Two.ico", 0, ""}},
+        {"Case.lnk", {"C:\\Zelmar.exe", "profile=GAMMA target=g", "", "Case.ico", 0, ""}},
         {"MINE.LNK", {"D:\\x\\MyZelmar.exe", "Profile=B TARGET=g profile=A args=\"[q]\"", "", "", 0, ""}},
         {"Other.LnK", {"E:\\zelmar.EXE", "", "", "", 0, ""}},
         {"p.lnk", {"C:\\Zelmar.exe", "profile=A", "", "", 0, ""}},
@@ -46,7 +46,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     };
     for (const auto& [name, file] : links)
         ShellLinkModel::PutFile(Wide(std::string("C:\\L\\") + name), file);
-    DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Two.ico", NotAnIconFile},
+    DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Case.ico", NotAnIconFile},
                            {"self.ico", reinterpret_cast<IconHandle>(0x73)}};
     using Act = std::function<void(CLinkDlg&, CModelWindow&)>;
     auto drop = [this](const char* name) -> Act {
