@@ -5,9 +5,10 @@
 // A test declares the controls of each template by id, sets what the platform answers,
 // supplies a session per template that plays the user, and reads afterwards what the run
 // left behind: each control's switches, text, items and selection, the message boxes, and
-// a log of every other platform call in order. Combo boxes and list views alike keep their
-// items sorted without regard to case, and the list view finds a whole text in any case:
-// that is what the dialog's logic depends on.
+// a log of the other platform calls that show, in order. Combo boxes and list views alike
+// keep their items sorted without regard to case, and the list view finds a whole text in
+// any case: that is what the dialog's logic depends on. A message that a dialog posts to
+// itself is delivered at once, as there is no drag loop to wait for.
 //
 // The model's own bookkeeping uses the standard library and not the allocation seam, so
 // that a test making the Nth allocation fail counts the system's allocations only.
