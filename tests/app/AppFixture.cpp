@@ -88,7 +88,7 @@ bool AppFixture::Drop(CLinkDlg& dialog, const std::string& path)
     return dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0)) && accepted;
 }
 
-std::string AppFixture::States(CModelWindow& window)
+std::string States(CModelWindow& window)
 {
     std::string states;
     for (auto [name, id] : {std::pair<const char*, int>{"combo", IDC_PROFILE_COMBO}, {"add", IDC_ADD},

@@ -25,6 +25,9 @@ const char Enhanced[] = "combo+ add+ list+ remove+ save- restore+ label+";
 const char Edited[] = "combo+ add+ list+ remove+ save+ restore+ label+";
 const char EditedNone[] = "combo+ add+ list+ remove+ save- restore+ label+";
 
+// "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
+std::string States(CModelWindow& window);
+
 class AppFixture : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -43,8 +46,6 @@ protected:
     // Drags the shortcut over the dialog and drops it, and the analysis runs. True when the
     // drag was accepted and the drop taken.
     bool Drop(CLinkDlg& dialog, const std::string& path);
-    // "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
-    static std::string States(CModelWindow& window);
     // The merged log; only the lines that begin with one of the prefixes, when given.
     Lines Log(const Lines& prefixes = {});
 

@@ -175,6 +175,7 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         EXPECT_EQ(written ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
         EXPECT_EQ(writes, static_cast<int>(Log({"Save"}).size()));
         EXPECT_EQ(Lines{"SetFocus"}, Log({"SetFocus"}));
+        EXPECT_EQ(boxes.empty() ? Lines{"StopOle"} : Lines{}, Log({"StopOle"}));
         EXPECT_EQ(listsStay ? "report" : "(none)", ReadProgramFile("ShortcutList.txt"));
         EXPECT_EQ(listsStay ? list : "(none)", ReadProgramFile("ShortcutList"));
         WriteProgramFile("Zelmar.exe", "MZ");
