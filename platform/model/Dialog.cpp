@@ -106,10 +106,23 @@ void CDialog::DefaultPaint() { Log("DefaultPaint"); }
 bool CDialog::HasItem(int id) const { return window && static_cast<CModelWindow*>(window)->controls.count(id); }
 bool CDialog::IsItemEnabled(int id) const { return Item(window, id).enabled; }
 bool CDialog::IsItemVisible(int id) const { return Item(window, id).visible; }
-void CDialog::EnableItemWindow(int id, bool enable) { Item(window, id).enabled = enable; }
-void CDialog::ShowItemWindow(int id, bool show) { Item(window, id).visible = show; }
 void CDialog::SetItemText(int id, const char* text) { Item(window, id).text = text; }
 void CDialog::SetItemFont(int id, FontHandle font) { Log("SetItemFont", id, font); }
+
+// Switching a control that the dialog lacks does nothing; it is logged, as callers look first.
+void CDialog::EnableItemWindow(int id, bool enable)
+{
+    if (!HasItem(id))
+        Log("NoSuchItem", id);
+    Item(window, id).enabled = enable;
+}
+
+void CDialog::ShowItemWindow(int id, bool show)
+{
+    if (!HasItem(id))
+        Log("NoSuchItem", id);
+    Item(window, id).visible = show;
+}
 
 // Both sorted controls place a new item by their order; the item number is not looked at.
 void CDialog::ComboAddString(int id, const char* text)

@@ -71,8 +71,9 @@ void PlayTheLook(CModelWindow& window)
     EXPECT_TRUE(window.Press(IDC_HELP_BUTTON) && window.Press(IDCANCEL) && window.Press(IDCANCEL));
 }
 
-// A start with the OLE answer S_FALSE, which counts as started; then a start whose template
-// lacks the controls that get fonts and a column, which go without them and without a word.
+// A start with the OLE answer S_FALSE, which counts as started; then a run whose template
+// lacks the controls that get fonts and a column, the list and the label: they go without,
+// and no switch is thrown for a control that is not there.
 TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
 {
     DialogModel().oleAnswer = 1;
@@ -82,8 +83,10 @@ TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
     ResetModels();
     for (int id : {IDC_SELECTED_LIST, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
         DialogModel().templates[IDD_LINKWRIGHT_DIALOG].erase(id);
-    EXPECT_FALSE(CLinkApp().InitInstance());
-    EXPECT_EQ(Lines{}, Log({"SetItemFont", "ListInsertColumn"}));
+    ShellLinkModel::PutFile(ShellLinkModel::Wide("C:\\e.lnk"), {"C:\\Zelmar.exe", "profile=A target=g", "", "", 0, ""});
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) { EXPECT_TRUE(Drop(dialog, "C:\\e.lnk") && window.Press(IDC_RESTORE)); });
+    EXPECT_EQ(Lines{}, Log({"SetItemFont", "ListInsertColumn", "NoSuchItem"}));
 }
 
 // The tool tips are the string resources of the controls, in the program's resource script.
