@@ -77,6 +77,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {add(1), Picking, race + "Beta|Beta|Race|0", {}},
         {press(IDOK), Enhanced, race + "Beta|Beta|Race|1", {save + "\"Beta\"" + Line}},
         {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x71", "Redraw"}},
+        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
         {drop("Two.lnk"), Enhanced, "g|||Beta,alpha,gamma,Alpha,Beta|alpha,Alpha,Beta,Beta,gamma|Two|1", {}},
         {remove({1}), Edited, "g|||Beta,alpha,gamma,Beta|alpha,Beta,Beta,gamma|Two|1", {"ListDeleteItem 1"}},
         {remove({0, 2, 3}), Edited, "g|||Beta|Beta|Two|1", {"ListDeleteItem 3", "ListDeleteItem 2", "ListDeleteItem 0"}},
