@@ -73,7 +73,7 @@ void PlayTheLook(CModelWindow& window)
 
 // A start with the OLE answer S_FALSE, which counts as started; then a run whose template
 // lacks the controls that get fonts and a column, the list and the label: they go without,
-// and no switch is thrown for a control that is not there.
+// no switch is thrown for a control that is not there, and Add does nothing.
 TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
 {
     DialogModel().oleAnswer = 1;
@@ -85,7 +85,10 @@ TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
         DialogModel().templates[IDD_LINKWRIGHT_DIALOG].erase(id);
     ShellLinkModel::PutFile(ShellLinkModel::Wide("C:\\e.lnk"), {"C:\\Zelmar.exe", "profile=A target=g", "", "", 0, ""});
     CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) { EXPECT_TRUE(Drop(dialog, "C:\\e.lnk") && window.Press(IDC_RESTORE)); });
+    Run(dialog, [&](CModelWindow& window) {
+        EXPECT_TRUE(Drop(dialog, "C:\\e.lnk") && window.Press(IDC_RESTORE) && window.Press(IDC_ADD));
+        EXPECT_FALSE(dialog.IsItemEnabled(IDOK));
+    });
     EXPECT_EQ(Lines{}, Log({"SetItemFont", "ListInsertColumn", "NoSuchItem"}));
 }
 
