@@ -9,23 +9,7 @@ namespace {
 CWinApp* theApp = nullptr;
 }
 
-CWinApp::CWinApp()
-{
-    theApp = this;
-}
-
-CWinApp::~CWinApp()
-{
-    if (theApp == this)
-        theApp = nullptr;
-}
-
-CWinApp* TheApp()
-{
-    return theApp;
-}
-
-const char* ProcessCommandLineText()
-{
-    return DialogModel().commandLine.c_str();
-}
+CWinApp::CWinApp() { theApp = this; }
+CWinApp::~CWinApp() { theApp = theApp == this ? nullptr : theApp; }
+CWinApp* TheApp() { return theApp; }
+const char* ProcessCommandLineText() { return DialogModel().commandLine.c_str(); }

@@ -2,20 +2,18 @@
 // The in-memory model behind platform/Dialog.h, platform/DropTarget.h and platform/App.h,
 // as tests and scripted runs see it.
 //
-// A test declares the controls of each template it runs, sets the answers the platform is
-// to give (icons, strings, OleInitialize, the command line), supplies a session per
-// template that plays the user, and afterwards reads what the dialogs left behind.
-// The controls behave as the real ones do where the dialog's logic depends on it: the
-// combo box sorts and keeps a current entry, the list view sorts ascending, finds a whole
-// text without regard to case, keeps several selected rows and renumbers them after a
-// delete. Message boxes are recorded and answered; posted messages wait until the test
-// pumps them.
+// A test declares the controls of each template by id, sets what the platform answers,
+// supplies a session per template that plays the user, and reads afterwards what the run
+// left behind: each control's switches, text, items and selection, the message boxes, and
+// a log of the other platform calls that show, in order. Combo boxes and list views alike
+// keep their items sorted without regard to case, and the list view finds a whole text in
+// any case: that is what the dialog's logic depends on. A message that a dialog posts to
+// itself is delivered at once, as there is no drag loop to wait for.
 //
 // The model's own bookkeeping uses the standard library and not the allocation seam, so
 // that a test making the Nth allocation fail counts the system's allocations only.
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
 #include <string>
@@ -23,186 +21,49 @@
 
 #include "platform/Dialog.h"
 
-enum ModelControlKind { ModelButton, ModelStatic, ModelCombo, ModelListView, ModelEdit };
-
-// One control of a template as declared by the test.
-struct ModelControlSpec {
-    int id;
-    ModelControlKind kind;
-    bool enabled = true;
-    bool visible = true;
-};
-
-struct ModelListRow {
+struct ModelControl {
+    bool enabled = true, visible = true;
     std::string text;
-    bool selected = false;
+    std::vector<std::string> items;   // combo entries or list rows, sorted
+    std::vector<int> selection;       // the combo's current entry, or the selected rows ascending
 };
 
-class CModelControl {
-public:
-    int id;
-    ModelControlKind kind;
-    bool enabled;
-    bool visible;
-    std::string text;              // caption, or the edit field of a combo box
-    FontHandle font = nullptr;     // last WM_SETFONT
-    int fontsSet = 0;
-
-    // Combo box: entries sorted without regard to case; -1 when there is no current entry.
-    std::vector<std::string> entries;
-    int current = -1;
-
-    // List view: rows sorted ascending without regard to case, one column.
-    std::vector<ModelListRow> rows;
-    std::vector<std::string> columnHeadings;
-    std::vector<int> columnWidths;
-    std::uint32_t extendedStyle = 0;
-
-    std::vector<std::string> RowTexts() const;
-    std::vector<int> SelectedRows() const;
-};
-
-// One drawing call made through CPaintContext.
-struct ModelDrawing {
-    bool sized;   // DrawIconEx rather than DrawIcon
-    int x;
-    int y;
-    IconHandle icon;
-    int width;    // 0 for DrawIcon
-    int height;
-};
-
-// A dialog made by DoModal. It stays in the model after the dialog has ended, so that a
-// test can look at what the run left behind; only `dialog` is cleared then.
-class CModelWindow {
-public:
-    CModelWindow(CDialog& owner, int templateId_, const std::vector<ModelControlSpec>& specs);
-
-    CModelControl* Control(int id);
-
-    // The user's actions. Each answers false, doing nothing, when the control is missing,
-    // disabled or hidden, or the index is out of range.
-    // Press routes as the real dialog does: IdOk -> OnOK, IdCancel -> OnCancel, any other
-    // id -> OnCommand(id).
-    bool Press(int id);
-    void Close();                               // the close box: OnCancel
-    bool SelectEntry(int comboId, int index);   // -1: no current entry, edit field cleared
-    bool TypeText(int comboId, const char* text);   // the edit field only
-    bool SelectRows(int listId, const std::vector<int>& rows);   // replaces the selection
-
-    CDialog* dialog;   // null once the dialog has ended
-    int templateId;
-    bool ended = false;
+// A dialog while DoModal runs it.
+struct CModelWindow {
+    CDialog* dialog;
+    std::map<int, ModelControl> controls;
+    bool ended = false, minimised = false;
     int endCode = 0;
-    std::vector<CModelControl> controls;
 
-    IconHandle bigIcon = nullptr;
-    IconHandle smallIcon = nullptr;
-    bool minimised = false;
-    int clientWidth = 386;
-    int clientHeight = 318;
-    int redraws = 0;
-    bool toolTipsEnabled = false;
-    int toolTipLimitsSent = 0;
-    int toolTipMaxWidth = 0;
-    int toolTipAutoPop = 0;
-
-    int paintContextsOpen = 0;     // CPaintContext objects alive now
-    int paintContextsMade = 0;
-    int iconBackgroundErases = 0;
-    int defaultPaints = 0;
-    std::vector<ModelDrawing> drawings;
+    // The user presses a control: IdOk -> OnOK, IdCancel -> OnCancel, any other id ->
+    // OnCommand; false, doing nothing, when the control is missing or disabled. The user
+    // selects by setting a control's selection.
+    bool Press(int id);
 };
 
-struct ModelMessageBox {
-    std::string text;
-    std::string caption;
-    std::uint32_t flags;
-    int ownerTemplate;   // template of the owning dialog, 0 when it had no window
-};
-
-// The device context a test hands to OnCtlColor through CColourContext.
-struct ModelDeviceContext {
-    bool textColourSet = false;
-    std::uint32_t textColour = 0;
-};
-
-const IconHandle ModelAppIcon = reinterpret_cast<IconHandle>(0x1280);
-const BrushHandle ModelDefaultBrush = reinterpret_cast<BrushHandle>(0xB0);
-
-struct ModelFont {
-    int height;
-    int weight;
-    int quality;
-    std::string face;
-    int deletions;   // 1 once given back; more is a double delete
-};
-
-struct ModelBrush {
-    std::uint32_t colour;
-    int deletions;
-};
+const IconHandle ModelAppIcon = reinterpret_cast<IconHandle>(0xA1);
 
 struct CDialogModel {
-    // Templates and sessions. A session runs after OnInitDialog when that did not end the
-    // dialog; if the dialog is still open when the session returns (or there is none),
-    // the model closes it with the close box.
-    std::map<int, std::vector<ModelControlSpec>> templates;
+    std::map<int, std::map<int, ModelControl>> templates;   // the controls of each, as they start
     std::map<int, std::function<void(CModelWindow&)>> sessions;
-    std::deque<CModelWindow> windows;   // every dialog made since the last reset
 
-    // Message boxes, and the buttons that answer them in turn (IdOk once they run out).
-    std::vector<ModelMessageBox> messageBoxes;
-    std::deque<int> messageAnswers;
+    std::vector<std::string> messageBoxes;   // "caption|text|flags", each answered with IdOk
+    // Every other platform call that shows, one line each, handles in hex: "MakeFont 20 700
+    // 2 Arial", "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64", and for
+    // a colour the device context it was set on, "SetTextColour 0x3f3 13107200". beforeCall
+    // runs ahead of each line, so that a test can merge in another stand-in's log.
+    std::vector<std::string> calls;
+    std::function<void()> beforeCall;
 
-    // Posted AppMessages, by dialog, in order.
-    std::deque<CDialog*> posted;
-
-    // Icons: LoadAppIcon answers appIcons[id] (ModelAppIcon when not set); ExtractIconFrom
-    // answers fileIcons[path] (null when not set) and is recorded.
-    std::map<int, IconHandle> appIcons;
-    std::map<std::string, IconHandle> fileIcons;
-    std::vector<std::string> extractedFrom;
-    std::vector<IconHandle> destroyedIcons;
-    int systemIconWidth = 32;
-    int systemIconHeight = 32;
-
-    // Fonts and brushes: handles are 1-based indexes into these; failFonts/failBrushes
-    // make the next ones come out null.
-    std::vector<ModelFont> fonts;
-    std::vector<ModelBrush> brushes;
-    bool failFonts = false;
-    bool failBrushes = false;
-    int LiveFonts() const;
-    int LiveBrushes() const;
-    const ModelFont* FontOf(FontHandle font) const;
-
-    // String resources by id.
-    std::map<int, std::string> strings;
-
-    // OLE and drop registration.
-    std::int32_t oleAnswer = 0;
-    int oleStarts = 0;
-    int oleStops = 0;
-    bool registerAnswer = true;
-    int registrations = 0;       // registered now
-    int registerCalls = 0;
-    int revokeCalls = 0;         // Revoke calls that ended a registration
-
+    // What the platform answers. A font's handle is its height, a brush's its colour, and
+    // every string resource is "a tip".
+    std::map<std::string, IconHandle> icons;   // ExtractIconFrom by path; null when absent
+    std::int32_t oleAnswer = 0;                // OleInitialize
     std::string commandLine = "Linkwright.exe";
 
-    // Delivers the posted messages to OnAppMessage of their dialogs, in order, those
-    // posted meanwhile included; a message for a dialog that has ended is dropped.
-    // Answers how many were delivered.
-    int PumpMessages();
-
-    // The newest window made from this template, or null.
-    CModelWindow* LastWindow(int templateId);
+    void Call(const std::string& line);
 };
 
-// The one model, for the whole process.
+// The one model of the process, and a fresh one.
 CDialogModel& DialogModel();
-// Forgets everything: templates, sessions, windows, records and answers.
 void ResetDialogModel();
-// The window of a dialog that is open now, or null.
-CModelWindow* ModelWindowOf(const CDialog& dialog);

@@ -124,7 +124,7 @@ int SaveCount(const std::string& widePath) { return TheStore().saves.count(wideP
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
-std::vector<std::string> Calls() { return TheStore().calls; }
+const std::vector<std::string>& Calls() { return TheStore().calls; }
 
 int LiveObjects() { return TheStore().liveObjects; }
 

@@ -57,7 +57,7 @@ void FailStep(Step step, ShellResult result = Failed);
 // The calls in order, one line each: the step's name and what it was given, e.g.
 // "GetPath 16383", "SetArguments profile=\"A\" target=\"x\"", "Save C:\a.lnk" (wide paths
 // shown by their low bytes), "Resolve 0x1234" (the window handle in hex).
-std::vector<std::string> Calls();
+const std::vector<std::string>& Calls();
 
 // Link objects made and not yet given back by both their references.
 int LiveObjects();

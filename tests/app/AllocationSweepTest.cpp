@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 
 #include "chunks/EventProfile.h"
@@ -48,9 +47,8 @@ protected:
         for (const auto& entry : fs::recursive_directory_iterator(nativeFolder)) {
             if (!entry.is_regular_file())
                 continue;
-            std::ifstream in(entry.path(), std::ios::binary);
-            state[fs::relative(entry.path(), nativeFolder).string()] =
-                std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+            const std::string name = fs::relative(entry.path(), nativeFolder).string();
+            state[name] = ReadProgramFile(name);
         }
         for (const std::string& link : links) {
             const LinkFile f = ShellLinkModel::GetFile(Wide(link));
@@ -141,19 +139,8 @@ protected:
 
     std::string ProfileBytes(const char* name)
     {
-        WriteProfile("x.idprof", name);
-        std::ifstream in(nativeFolder + "/Profiles/x.idprof", std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-
-    // Drags the shortcut over the dialog and drops it; the posted analysis runs afterwards.
-    static void Drop(CLinkDlg& dialog, const std::string& link)
-    {
-        std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') + std::string("\x01\0\0\0", 4);
-        block += Wide(link) + std::string(3, '\0');
-        dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0);
-        dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
-        DialogModel().PumpMessages();
+        WriteProfile(name);
+        return ReadProgramFile(std::string("Profiles/") + name + ".idprof");
     }
 
     const LinkFile plain{"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
@@ -163,15 +150,15 @@ protected:
 TEST_F(AllocationSweep, TheCatalogueNeverTakesOutOfMemoryForDamage)
 {
     const std::string healthy = ProfileBytes("Healthy"), stale = ProfileBytes("Stale");
-    RemoveProgramFile("Profiles\\x.idprof");
+    RemoveProgramFile("Profiles");
     for (int i = 2; i < 20; ++i)
-        WriteProgramFile("Profiles\\p" + std::to_string(i) + ".idprof", healthy);
+        WriteProgramFile("Profiles/p" + std::to_string(i) + ".idprof", healthy);
     // Only the files a scan may change are written afresh for each run.
     const Scenario catalogue{[&] {
-                                 WriteProgramFile("Profiles\\p0.idprof", "XFF broken");
-                                 WriteProgramFile("Profiles\\p0.idprof.tmp", healthy);   // the damaged one's twin
-                                 WriteProgramFile("Profiles\\p1.idprof", healthy);
-                                 WriteProgramFile("Profiles\\p1.idprof.tmp", stale);     // a healthy one's
+                                 WriteProgramFile("Profiles/p0.idprof", "XFF broken");
+                                 WriteProgramFile("Profiles/p0.idprof.tmp", healthy);   // the damaged one's twin
+                                 WriteProgramFile("Profiles/p1.idprof", healthy);
+                                 WriteProgramFile("Profiles/p1.idprof.tmp", stale);     // a healthy one's
                              },
                              [](const std::function<void()>& step) {
                                  CChain<CTextString> names;
@@ -183,14 +170,12 @@ TEST_F(AllocationSweep, TheCatalogueNeverTakesOutOfMemoryForDamage)
 
 TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
 {
-    WriteProfile("a.idprof", "Wheel");
-    WriteProfile("b.idprof", "Yoke");
     const std::string wheel = ProfileBytes("Wheel"), yoke = ProfileBytes("Yoke");
     links = {"C:\\Links\\Race.lnk"};
     const Scenario road{[&] {
                             Fresh();
-                            WriteProgramFile("Profiles\\a.idprof", wheel);
-                            WriteProgramFile("Profiles\\b.idprof", yoke);
+                            WriteProgramFile("Profiles/a.idprof", wheel);
+                            WriteProgramFile("Profiles/b.idprof", yoke);
                             ShellLinkModel::PutFile(Wide(links[0]), plain);
                             WriteProgramFile("ShortcutList", Wide("C:\\Links\\Other.lnk"));
                             WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
@@ -202,7 +187,7 @@ TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
                                 Drop(dialog, links[0]);
                                 step();
                                 for (int entry : {1, 0}) {
-                                    window.SelectEntry(IDC_PROFILE_COMBO, entry);
+                                    window.controls[IDC_PROFILE_COMBO].selection = {entry};
                                     window.Press(IDC_ADD);
                                     step();
                                 }
@@ -235,7 +220,7 @@ TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
     }
     const Scenario restoreAll{[&] {
                                   Fresh();
-                                  WriteProgramFile("Profiles\\b.idprof", yoke);
+                                  WriteProgramFile("Profiles/b.idprof", yoke);
                                   WriteProgramFile("ShortcutList", list);
                                   WriteProgramFile("ShortcutList.txt", "report");
                                   WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
@@ -259,7 +244,6 @@ TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
 // and a line too long to be read back is refused at Save; nothing is written.
 TEST_F(AllocationSweep, RefusalsThatKeepASaveUndoable)
 {
-    WriteProfile("b.idprof", "Yoke");
     const std::string link = "C:\\Links\\Race.lnk";
     const std::string Unsupported =
         "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
@@ -288,21 +272,19 @@ TEST_F(AllocationSweep, RefusalsThatKeepASaveUndoable)
         CLinkDlg dialog;
         Run(dialog, [&](CModelWindow& window) {
             Drop(dialog, link);
-            EXPECT_EQ("Race", window.Control(IDC_SHORTCUT_NAME)->text);
-            if (window.Control(IDC_ADD)->enabled) {
-                window.SelectEntry(IDC_PROFILE_COMBO, 0);
+            EXPECT_EQ("Race", window.controls[IDC_SHORTCUT_NAME].text);
+            if (window.controls[IDC_ADD].enabled) {
+                window.controls[IDC_PROFILE_COMBO].selection = {0};
                 window.Press(IDC_ADD);
                 window.Press(IDOK);
             }
-            EXPECT_EQ(row.wide.empty(), window.Control(IDOK)->enabled);
+            EXPECT_EQ(row.wide.empty(), window.controls[IDOK].enabled);
         });
-        ASSERT_EQ(1u, DialogModel().messageBoxes.size());
-        EXPECT_EQ(row.caption, DialogModel().messageBoxes[0].caption);
-        EXPECT_EQ(row.wide.empty() ? TooLong : Unsupported, DialogModel().messageBoxes[0].text);
-        EXPECT_EQ(0u, DialogModel().messageBoxes[0].flags);
+        EXPECT_EQ(Lines{row.caption + ("|" + (row.wide.empty() ? TooLong : Unsupported)) + "|0"},
+                  DialogModel().messageBoxes);
         EXPECT_EQ(file, ShellLinkModel::GetFile(Wide(link)));
         EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
-        EXPECT_FALSE(ProgramFileExists("ShortcutList"));
+        EXPECT_EQ("(none)", ReadProgramFile("ShortcutList"));
     }
 
     // Restore-all passes such a shortcut over and writes nothing to it.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 
 #include "chunks/EventProfile.h"
@@ -10,126 +11,108 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-std::vector<ModelControlSpec> Without(std::vector<ModelControlSpec> controls, const std::vector<int>& leaveOut)
-{
-    controls.erase(std::remove_if(controls.begin(), controls.end(),
-                                  [&](const ModelControlSpec& c) {
-                                      return std::find(leaveOut.begin(), leaveOut.end(), c.id) != leaveOut.end();
-                                  }),
-                   controls.end());
-    return controls;
-}
-
-// A native path as a Windows path: natively the root "/" is the drive Z:.
-std::string WindowsPath(std::string path)
-{
-    if (!path.empty() && path[0] == '/')
-        path = "Z:" + path;
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
-}
-
-std::string NativeRelative(std::string relative)
-{
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    return relative;
-}
-
-}   // namespace
-
-std::vector<ModelControlSpec> MainTemplateControls(const std::vector<int>& leaveOut)
-{
-    return Without({{IDCANCEL, ModelButton},
-                    {IDC_PROFILE_COMBO, ModelCombo},
-                    {IDC_ADD, ModelButton},
-                    {IDC_SELECTED_LIST, ModelListView},
-                    {IDC_REMOVE, ModelButton},
-                    {IDC_HELP_BUTTON, ModelButton},
-                    {IDOK, ModelButton, false, true},
-                    {IDC_RESTORE, ModelButton, false, true},
-                    {IDC_ENABLED_LABEL, ModelStatic, true, false},
-                    {IDC_SHORTCUT_NAME, ModelStatic}},
-                   leaveOut);
-}
-
-std::vector<ModelControlSpec> HelpTemplateControls(const std::vector<int>& leaveOut)
-{
-    return Without({{IDOK, ModelButton}, {IDC_HELP_TEXT, ModelEdit}}, leaveOut);
-}
-
-std::vector<std::string> Names(const CChain<CTextString>& chain)
-{
-    std::vector<std::string> names;
-    for (CChainNode<CTextString>* node = chain.Head(); node; node = node->next)
-        names.push_back(node->payload->Text());
-    return names;
-}
-
 void AppFixture::SetUp()
 {
-    ResetDialogModel();
-    DialogModel().templates[IDD_LINKWRIGHT_DIALOG] = MainTemplateControls();
-    DialogModel().templates[IDD_HELP_DIALOG] = HelpTemplateControls();
-
-    std::random_device random;
-    fs::path made = fs::temp_directory_path() / ("lw-app-" + std::to_string(random()));
-    fs::create_directories(made / "Profiles");
-    nativeFolder = made.string();
-    folder = WindowsPath(nativeFolder);
+    ResetModels();
+    nativeFolder = (fs::temp_directory_path() / ("lw-app-" + std::to_string(std::random_device()()))).string();
+    folder = "Z:" + nativeFolder;
+    std::replace(folder.begin(), folder.end(), '/', '\\');
     OverrideProgramPath(ProgramPath("Linkwright.exe").c_str());
     WriteProgramFile("Zelmar.exe", "MZ");
+    for (const char* name : {"Gamma", "Alpha", "Beta"})
+        WriteProfile(name);
 }
 
 void AppFixture::TearDown()
 {
     OverrideProgramPath(nullptr);
-    std::error_code ignored;
-    fs::permissions(nativeFolder, fs::perms::owner_all, fs::perm_options::add, ignored);
-    fs::remove_all(nativeFolder, ignored);
+    RemoveProgramFile("");
 }
 
-std::string AppFixture::ProgramPath(const std::string& relative) const
+void AppFixture::ResetModels()
 {
-    return relative.empty() ? folder : folder + "\\" + relative;
+    ResetDialogModel();
+    ShellLinkModel::Reset();
+    shellCallsSeen = 0;
+    for (int id : {IDCANCEL, IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDC_HELP_BUTTON, IDOK,
+                   IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
+        DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE,
+                                                              id != IDC_ENABLED_LABEL, {}, {}, {}};
+    DialogModel().templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
+    DialogModel().beforeCall = [this] { MergeShellCalls(); };
 }
 
 void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
 {
-    fs::path path = fs::path(nativeFolder) / NativeRelative(relative);
-    fs::create_directories(path.parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    fs::create_directories((fs::path(nativeFolder) / relative).parent_path());
+    std::ofstream(fs::path(nativeFolder) / relative, std::ios::binary) << bytes;
 }
 
-void AppFixture::WriteProfile(const std::string& fileName, const std::string& displayName) const
+std::string AppFixture::ReadProgramFile(const std::string& relative) const
 {
-    CTextString bytes(0);
-    CEventProfile profile;
-    ASSERT_TRUE(profile.BeginMemory(bytes));
-    ASSERT_TRUE(profile.OpenGroup(CEventProfile::TypeGroupId));
-    ASSERT_TRUE(profile.WriteLeaf(CTextString("EventProfile")));
-    ASSERT_TRUE(profile.CloseGroup());
-    ASSERT_TRUE(profile.OpenGroup(CEventProfile::NameGroupId));
-    ASSERT_TRUE(profile.WriteLeaf(CTextString(displayName.c_str())));
-    ASSERT_TRUE(profile.Close());
-    WriteProgramFile("Profiles\\" + fileName, std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
-}
-
-bool AppFixture::ProgramFileExists(const std::string& relative) const
-{
-    return fs::exists(fs::path(nativeFolder) / NativeRelative(relative));
+    std::ifstream in(fs::path(nativeFolder) / relative, std::ios::binary);
+    return in ? std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()) : "(none)";
 }
 
 void AppFixture::RemoveProgramFile(const std::string& relative) const
 {
     std::error_code ignored;
-    fs::remove_all(fs::path(nativeFolder) / NativeRelative(relative), ignored);
+    fs::remove_all(fs::path(nativeFolder) / relative, ignored);
+}
+
+void AppFixture::WriteProfile(const std::string& name) const
+{
+    CTextString bytes(0);
+    CEventProfile profile;
+    ASSERT_TRUE(profile.BeginMemory(bytes) && profile.OpenGroup(CEventProfile::TypeGroupId) &&
+                profile.WriteLeaf(CTextString("EventProfile")) && profile.CloseGroup() &&
+                profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(name.c_str())) &&
+                profile.Close());
+    WriteProgramFile("Profiles/" + name + ".idprof",
+                     std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
 {
     DialogModel().sessions[IDD_LINKWRIGHT_DIALOG] = session;
     return dialog.DoModal();
+}
+
+// A CF_HDROP block: the DROPFILES record (names at 20, wide), the name, and the zero unit
+// that ends the list. The model delivers the message the drop posts at once.
+bool AppFixture::Drop(CLinkDlg& dialog, const std::string& path)
+{
+    const std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') + std::string("\1\0\0\0", 4) +
+                              ShellLinkModel::Wide(path) + std::string(3, '\0');
+    const bool accepted = dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0) == DropEffectCopy;
+    return dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0)) && accepted;
+}
+
+std::string States(CModelWindow& window)
+{
+    std::string states;
+    for (auto [name, id] : {std::pair<const char*, int>{"combo", IDC_PROFILE_COMBO}, {"add", IDC_ADD},
+                            {"list", IDC_SELECTED_LIST}, {"remove", IDC_REMOVE}, {"save", IDOK},
+                            {"restore", IDC_RESTORE}})
+        states += name + std::string(window.dialog->IsItemEnabled(id) ? "+ " : "- ");
+    return states + (window.dialog->IsItemVisible(IDC_ENABLED_LABEL) ? "label+" : "label-");
+}
+
+void AppFixture::MergeShellCalls()
+{
+    const Lines& shell = ShellLinkModel::Calls();
+    for (shellCallsSeen = std::min(shellCallsSeen, shell.size()); shellCallsSeen < shell.size(); ++shellCallsSeen)
+        DialogModel().calls.push_back(shell[shellCallsSeen]);
+}
+
+Lines AppFixture::Log(const Lines& prefixes)
+{
+    MergeShellCalls();
+    Lines lines;
+    for (const std::string& line : DialogModel().calls) {
+        if (prefixes.empty() ||
+            std::any_of(prefixes.begin(), prefixes.end(), [&](auto& p) { return line.rfind(p, 0) == 0; }))
+            lines.push_back(line);
+    }
+    return lines;
 }

@@ -1,7 +1,8 @@
 #pragma once
-// Shared by the application's tests: a program folder of the test's own, with Zelmar.exe
-// and a Profiles folder in it, the module path pointed there, the model reset, and the
-// controls of the two dialog templates declared.
+// The one fixture of the application's tests: a program folder of the test's own with
+// Zelmar.exe and three profiles (Alpha, Beta, Gamma), the module path pointed there, the
+// dialog model with the controls of both templates, and the in-memory link store, all
+// fresh. The model's log and the link store's calls are merged into one, in order.
 
 #include <gtest/gtest.h>
 
@@ -12,32 +13,44 @@
 #include "app/LinkDlg.h"
 #include "app/Resource.h"
 #include "platform/model/DialogModel.h"
+#include "platform/model/ShellLinkModel.h"
 
-// The controls of template 102 (main dialog) and 129 (help), as the templates have them:
-// Save and Restore start disabled, the status label hidden. `leaveOut` drops controls.
-std::vector<ModelControlSpec> MainTemplateControls(const std::vector<int>& leaveOut = {});
-std::vector<ModelControlSpec> HelpTemplateControls(const std::vector<int>& leaveOut = {});
+using Lines = std::vector<std::string>;
 
-// The names in a chain, in chain order.
-std::vector<std::string> Names(const CChain<CTextString>& chain);
+// The control sets of the states, as States shows them.
+const char Empty[] = "combo- add- list- remove- save- restore- label-";
+const char Plain[] = "combo+ add+ list- remove- save- restore- label-";
+const char Picking[] = "combo+ add+ list+ remove+ save+ restore- label-";
+const char Enhanced[] = "combo+ add+ list+ remove+ save- restore+ label+";
+const char Edited[] = "combo+ add+ list+ remove+ save+ restore+ label+";
+const char EditedNone[] = "combo+ add+ list+ remove+ save- restore+ label+";
+
+// "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
+std::string States(CModelWindow& window);
 
 class AppFixture : public ::testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+    void ResetModels();   // the dialog model and the link store as SetUp leaves them
 
-    // Windows path of a file in the program folder ("" for the folder itself).
-    std::string ProgramPath(const std::string& relative = "") const;
-    // Writes bytes to a file in the program folder, making its folders.
+    // Files of the program folder by name ("Profiles/x" natively); a missing one reads "(none)".
+    std::string ProgramPath(const std::string& relative) const { return folder + "\\" + relative; }
     void WriteProgramFile(const std::string& relative, const std::string& bytes) const;
-    bool ProgramFileExists(const std::string& relative) const;
+    std::string ReadProgramFile(const std::string& relative) const;
     void RemoveProgramFile(const std::string& relative) const;
-    // A profile file in Profiles with this display name inside.
-    void WriteProfile(const std::string& fileName, const std::string& displayName) const;
+    void WriteProfile(const std::string& name) const;   // Profiles\<name>.idprof showing that name
 
     // Runs the main dialog modally; the session plays the user once the start is done.
     int Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session = nullptr);
+    // Drags the shortcut over the dialog and drops it, and the analysis runs. True when the
+    // drag was accepted and the drop taken.
+    bool Drop(CLinkDlg& dialog, const std::string& path);
+    // The merged log; only the lines that begin with one of the prefixes, when given.
+    Lines Log(const Lines& prefixes = {});
+    void MergeShellCalls();
 
     std::string nativeFolder;   // the program folder as the C++ library names it
-    std::string folder;         // the same as a Windows path, no trailing backslash
+    std::string folder;         // the same as a Windows path
+    std::size_t shellCallsSeen = 0;
 };

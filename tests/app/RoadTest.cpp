@@ -1,247 +1,186 @@
-// A shortcut's road through the dialog on the in-memory link object: the drop, the
-// analysis, Save and Restore with the registry files, the refusals, and the restore-all run.
+// Shortcuts on their road through the dialog, on the in-memory link store: what a dropped
+// shortcut is, the profile lists, Save and Restore with the registry, and restore-all.
 
 #include "AppFixture.h"
-
-#include <fstream>
-#include <iterator>
-
-#include "platform/model/ShellLinkModel.h"
 
 namespace {
 
 using ShellLinkModel::LinkFile;
 using ShellLinkModel::Wide;
 
-const char Notice[] =
-    " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
-    "will not be able to restore these shortcuts if you uninstall.\r\n";
+const char Parent[] = "Zelmardeck Shortcut|This is a shortcut to Zelmardeck itself, and cannot be modified.|0";
+const char ThisProgram[] = "Linkwright|This is a shortcut to this program, and cannot be modified.|0";
+const char WriteFailed[] = "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. "
+                           "Try again or modify the shortcut by hand.|48";
+const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"";
+const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "Race.ico", 2, ""};
 
-// A CF_HDROP block: the DROPFILES record, then the names, each terminated, and one more zero.
-std::string DropFiles(const std::vector<std::string>& names, bool wide)
+std::string Joined(const Lines& lines)
 {
-    std::string block = std::string("\x14\0\0\0", 4) + std::string(12, '\0') +
-                        std::string(wide ? "\x01\0\0\0" : "\0\0\0\0", 4);
-    for (const std::string& name : names) {
-        for (char ch : name) {
-            block += ch;
-            if (wide)
-                block += '\0';
-        }
-        block += wide ? std::string(2, '\0') : std::string(1, '\0');
-    }
-    return block + (wide ? std::string(2, '\0') : std::string(1, '\0'));
+    std::string joined;
+    for (const std::string& line : lines)
+        joined += (joined.empty() ? "" : ",") + line;
+    return joined;
 }
 
-class RoadTest : public AppFixture {
-protected:
-    void SetUp() override
-    {
-        AppFixture::SetUp();
-        ShellLinkModel::Reset();
-        WriteProfile("a.idprof", "Wheel");
-        WriteProfile("b.idprof", "Yoke");
-        game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
-        ShellLinkModel::PutFile(Wide(link), game);
-    }
-
-    // Drags names over the dialog and drops them; the posted analysis runs afterwards.
-    bool Drop(CLinkDlg& dialog, const std::vector<std::string>& names, bool wide = true)
-    {
-        const std::string block = DropFiles(names, wide);
-        const int effect = dialog.m_dropTarget.OnDragEnter(block.data(), block.size(), 0);
-        const bool taken = dialog.m_dropTarget.OnDrop(dialog.m_dropTarget.OnDragOver(0));
-        DialogModel().PumpMessages();
-        return effect == DropEffectCopy && taken;
-    }
-
-    std::string ReadProgramFile(const std::string& name) const
-    {
-        std::ifstream in(nativeFolder + "/" + name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-
-    std::vector<std::string> Captions() const
-    {
-        std::vector<std::string> captions;
-        for (const ModelMessageBox& box : DialogModel().messageBoxes)
-            captions.push_back(box.caption);
-        return captions;
-    }
-
-    const std::string link = "C:\\Links\\Race.lnk";
-    LinkFile game;
-};
-
-TEST_F(RoadTest, DropSaveDropAgainAndRestore)
+// One drop, Add, Remove or command after the other in one dialog. After each: the control
+// set; the data (m_target|m_targetDir|m_args|m_selected|the list's rows|the name shown|
+// the count of listed shortcuts); and what happened (icons, deletes of rows, the arguments
+// written, message boxes). An icon is shown unless its file has none (0) or is no icon file
+// (1); the one shown before is destroyed then. Save and Restore keep the data, so a
+// shortcut is saved twice, and again after a Restore, without being dropped anew.
+TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        ASSERT_TRUE(Drop(dialog, {link}));
-        EXPECT_STREQ("-f [a b]", dialog.m_args.Text());
-        EXPECT_EQ("Race", window.Control(IDC_SHORTCUT_NAME)->text);
-        EXPECT_TRUE(window.Control(IDC_ADD)->enabled);
-        EXPECT_FALSE(window.Control(IDOK)->enabled);
-
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 1));   // Yoke
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 0));   // Wheel
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        ASSERT_TRUE(window.Press(IDOK));
-        LinkFile saved = ShellLinkModel::GetFile(Wide(link));
-        EXPECT_EQ(ProgramPath("Zelmar.exe"), saved.path);
-        EXPECT_EQ(folder, saved.workDir);
-        EXPECT_EQ("profile=\"Yoke\" profile=\"Wheel\" target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" "
-                  "args=\"-f [a b]\"",
-                  saved.arguments);
-        EXPECT_EQ(game.iconPath, saved.iconPath);
-        EXPECT_EQ(2, saved.iconIndex);
-        EXPECT_EQ(Wide(link), ReadProgramFile("ShortcutList"));
-        EXPECT_EQ(std::string("1 Shortcut") + Notice + "\r\n" + link, ReadProgramFile("ShortcutList.txt"));
-        EXPECT_FALSE(window.Control(IDOK)->enabled);
-        EXPECT_TRUE(window.Control(IDC_RESTORE)->enabled);
-        EXPECT_TRUE(window.Control(IDC_ENABLED_LABEL)->visible);
-
-        ASSERT_TRUE(Drop(dialog, {link}));
-        EXPECT_TRUE(dialog.m_isEnhanced);
-        EXPECT_EQ((std::vector<std::string>{"Wheel", "Yoke"}), window.Control(IDC_SELECTED_LIST)->RowTexts());
-        ASSERT_TRUE(window.Press(IDC_RESTORE));
-        EXPECT_EQ(game, ShellLinkModel::GetFile(Wide(link)));
-        EXPECT_EQ("", ReadProgramFile("ShortcutList"));
-        EXPECT_EQ(std::string("0 Shortcuts") + Notice, ReadProgramFile("ShortcutList.txt"));
-        EXPECT_TRUE(dialog.m_selected.IsEmpty());
-        EXPECT_TRUE(window.Control(IDC_ADD)->enabled);   // it can be enhanced again at once
-    });
-    EXPECT_TRUE(DialogModel().messageBoxes.empty());
-}
-
-// Only the first name counts; its ".lnk" may be in any case, and ANSI names arrive as the
-// same wide path.
-TEST_F(RoadTest, TheDragDecidesByTheFirstNamesSuffix)
-{
-    ShellLinkModel::PutFile(Wide("C:\\Links\\GAME.LNK"), game);
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow&) {
-        CLinkDropTarget& target = dialog.m_dropTarget;
-        struct Case {
-            std::vector<std::string> names;
-            bool wide;
-            int effect;
-        } cases[] = {
-            {{"C:\\Links\\GAME.LNK", "C:\\x.txt"}, true, DropEffectCopy},
-            {{"C:\\Links\\GAME.LNK"}, false, DropEffectCopy},
-            {{"C:\\x.txt", "C:\\Links\\GAME.LNK"}, true, DropEffectNone},
-            {{"C:\\game.lnk.txt"}, true, DropEffectNone},
-            {{"a.lnk"}, false, DropEffectCopy},
-            {{".lnk"}, true, DropEffectCopy},
-            {{"nk"}, true, DropEffectNone},
-        };
-        for (const Case& c : cases) {
-            const std::string block = DropFiles(c.names, c.wide);
-            EXPECT_EQ(c.effect, target.OnDragEnter(block.data(), block.size(), 0x0C)) << c.names[0];
-            EXPECT_EQ(c.effect, target.OnDragOver(0)) << c.names[0];
-        }
-        EXPECT_EQ(DropEffectNone, target.OnDragEnter(nullptr, 0, 0));
-        EXPECT_FALSE(target.OnDrop(DropEffectNone));
-        EXPECT_TRUE(target.m_linkPath.IsEmpty());   // refused drags leave the path alone
-
-        // A unit whose low byte is zero ends the name.
-        std::string block = DropFiles({"C:\\a\x01.lnk"}, true);
-        block[20 + 2 * 4] = '\0';
-        EXPECT_EQ(DropEffectNone, target.OnDragEnter(block.data(), block.size(), 0));
-
-        ASSERT_TRUE(Drop(dialog, {"C:\\Links\\GAME.LNK"}, false));
-        EXPECT_EQ(Wide("C:\\Links\\GAME.LNK"), std::string(target.m_linkPath.Text(), target.m_linkPath.Length()));
-    });
-}
-
-TEST_F(RoadTest, RefusedShortcutsAndAFailedLoadWriteNothing)
-{
-    ShellLinkModel::PutFile(Wide("C:\\p.lnk"), {"D:\\Other\\zelmar.EXE", "", "", "", 0, ""});
-    ShellLinkModel::PutFile(Wide("C:\\q.lnk"), {"C:\\Zelmar.exe", "profile=\"Yoke\"", "", "", 0, ""});
-    ShellLinkModel::PutFile(Wide("C:\\self.lnk"), {ProgramPath("LINKWRIGHT.exe"), "", "", "", 0, ""});
-    CLinkDlg dialog;
-    Run(dialog, [&](CModelWindow& window) {
-        for (const char* path : {"C:\\p.lnk", "C:\\q.lnk", "C:\\self.lnk"}) {
-            ASSERT_TRUE(Drop(dialog, {path}));
-            EXPECT_FALSE(dialog.m_isEnhanced);
-            EXPECT_FALSE(window.Control(IDC_ADD)->enabled) << path;
-        }
-        EXPECT_TRUE(dialog.m_target.IsEmpty());
-
-        ASSERT_TRUE(Drop(dialog, {link}));
-        ASSERT_TRUE(window.SelectEntry(IDC_PROFILE_COMBO, 0));
-        ASSERT_TRUE(window.Press(IDC_ADD));
-        EXPECT_FALSE(Drop(dialog, {"C:\\gone.lnk"}));
-        EXPECT_TRUE(window.Press(IDOK));   // still on: the controls did not change
-    });
-    EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
-    EXPECT_EQ((std::vector<std::string>{"Zelmardeck Shortcut", "Zelmardeck Shortcut", "Linkwright", "Load Failure",
-                                        "Shortcut Write Error"}),
-              Captions());
-    const std::vector<ModelMessageBox>& boxes = DialogModel().messageBoxes;
-    EXPECT_EQ("This is a shortcut to Zelmardeck itself, and cannot be modified.", boxes[0].text);
-    EXPECT_EQ("This is a shortcut to this program, and cannot be modified.", boxes[2].text);
-    EXPECT_EQ("Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the "
-              "target program was not deleted or moved, and try again.",
-              boxes[3].text);
-    EXPECT_EQ(0u, boxes[3].flags);
-    EXPECT_EQ("There was an unknown problem while trying to modify this shortcut. Try again or modify the "
-              "shortcut by hand.",
-              boxes[4].text);
-    EXPECT_EQ(0x30u, boxes[4].flags);
-}
-
-// Enhanced, plain, parent without a line, this program, and one that no longer loads: only
-// the first is written, nothing is shown, and both list files go.
-TEST_F(RoadTest, RestoreAllPutsBackOnlyEnhancedShortcutsSilently)
-{
-    const LinkFile enhanced = {ProgramPath("Zelmar.exe"),
-                               "profile=\"Yoke\" target=\"C:\\g.exe\" args=\"{x}\"", folder, "C:\\g.exe", 0, ""};
-    const std::vector<std::pair<std::string, LinkFile>> listed = {
-        {"C:\\a.lnk", enhanced},
-        {"C:\\b.lnk", game},
-        {"C:\\c.lnk", {ProgramPath("Zelmar.exe"), "", "", "", 0, ""}},
-        {"C:\\d.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
+    const std::pair<const char*, LinkFile> links[] = {
+        {"Race.lnk", Game},
+        {"Two.lnk",
+         {"C:\\Zelmar.exe", "profile=Beta profile=alpha profile=gamma profile=Alpha profile=Beta target=g", "", "", 0, ""}},
+        {"Case.lnk", {"C:\\Zelmar.exe", "profile=GAMMA target=g", "", "Case.ico", 0, ""}},
+        {"MINE.LNK", {"D:\\x\\MyZelmar.exe", "Profile=B TARGET=g profile=A args=\"[q]\"", "", "", 0, ""}},
+        {"Other.LnK", {"E:\\zelmar.EXE", "", "", "", 0, ""}},
+        {"p.lnk", {"C:\\Zelmar.exe", "profile=A", "", "", 0, ""}},
+        {"t.lnk", {"C:\\Zelmar.exe", "target=g profile=\"\"", "", "", 0, ""}},
+        {"self.lnk", {ProgramPath("Linkwright.exe"), "-x", "", "self.ico", 0, ""}},
+        {"SELF.lnk", {ProgramPath("LINKWRIGHT.EXE"), "", "", "", 0, ""}},
+        {"copy.lnk", {"C:\\Other\\Linkwright.exe", "", "W", "", 0, ""}},
     };
-    std::string list;
-    for (const auto& entry : listed) {
-        ShellLinkModel::PutFile(Wide(entry.first), entry.second);
-        list += Wide(entry.first);
-    }
-    WriteProgramFile("ShortcutList", list + Wide("C:\\e.lnk"));
-    WriteProgramFile("ShortcutList.txt", "report");
-    WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
-
-    for (const char* line : {"Linkwright.exe \"-RESTOREALL\"", "-RestoreAll"}) {
-        DialogModel().commandLine = line;
-        CLinkDlg dialog;
-        bool shown = false;
-        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { shown = true; }));
-        EXPECT_EQ(std::string(line).find("Linkwright") == 0, !shown) << line;
-        if (shown)
-            continue;   // the first token is the program's name, whatever it says
-        EXPECT_TRUE(DialogModel().messageBoxes.empty());
-        EXPECT_FALSE(dialog.m_restoringAll);
-        EXPECT_FALSE(ProgramFileExists("ShortcutList"));
-        EXPECT_FALSE(ProgramFileExists("ShortcutList.txt"));
-    }
-    const LinkFile restored = ShellLinkModel::GetFile(Wide("C:\\a.lnk"));
-    EXPECT_EQ("C:\\g.exe", restored.path);
-    EXPECT_EQ("\"x\"", restored.arguments);
-    EXPECT_EQ("", restored.workDir);
-    for (const char* untouched : {"C:\\b.lnk", "C:\\c.lnk", "C:\\d.lnk"})
-        EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(untouched))) << untouched;
+    for (const auto& [name, file] : links)
+        ShellLinkModel::PutFile(Wide(std::string("C:\\L\\") + name), file);
+    DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Case.ico", NotAnIconFile},
+                           {"self.ico", reinterpret_cast<IconHandle>(0x73)}};
+    using Act = std::function<void(CLinkDlg&, CModelWindow&)>;
+    auto drop = [this](const char* name) -> Act {
+        return [=](CLinkDlg& d, CModelWindow&) { Drop(d, std::string("C:\\L\\") + name); };
+    };
+    auto pick = [](int id, std::vector<int> rows) -> Act {   // selects in the list or combo, presses Remove or Add
+        return [=](CLinkDlg&, CModelWindow& w) {
+            w.controls[id].selection = rows;
+            w.Press(id == IDC_SELECTED_LIST ? IDC_REMOVE : IDC_ADD);
+        };
+    };
+    auto add = [&](int entry) { return pick(IDC_PROFILE_COMBO, {entry}); };
+    auto remove = [&](std::vector<int> rows) { return pick(IDC_SELECTED_LIST, rows); };
+    auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
+    auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
+    const std::string race = "C:\\Games\\race.exe|C:\\Games|-f [a b]|", save = "SetArguments profile=";
+    const std::tuple<Act, const char*, std::string, Lines> steps[] = {
+        {drop("Race.lnk"), Plain, race + "||Race|0", {"Redraw"}},
+        {add(-1), Plain, race + "||Race|0", {}},
+        {add(2), Picking, race + "Gamma|Gamma|Race|0", {}},
+        {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
+        {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
+        {press(IDOK), Enhanced, race + "Gamma,Alpha|Alpha,Gamma|Race|1", {save + "\"Gamma\" profile=\"Alpha\"" + Line}},
+        {add(1), Edited, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1", {}},
+        {press(IDOK), Enhanced, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1",
+         {save + "\"Gamma\" profile=\"Alpha\" profile=\"Beta\"" + Line}},
+        {press(IDC_RESTORE), Plain, race + "||Race|0", {"SetArguments -f \"a b\""}},
+        {add(1), Picking, race + "Beta|Beta|Race|0", {}},
+        {press(IDOK), Enhanced, race + "Beta|Beta|Race|1", {save + "\"Beta\"" + Line}},
+        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x71", "Redraw"}},
+        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
+        {drop("Two.lnk"), Enhanced, "g|||Beta,alpha,gamma,Alpha,Beta|alpha,Alpha,Beta,Beta,gamma|Two|1", {}},
+        {remove({1}), Edited, "g|||Beta,alpha,gamma,Beta|alpha,Beta,Beta,gamma|Two|1", {"ListDeleteItem 1"}},
+        {remove({0, 2, 3}), Edited, "g|||Beta|Beta|Two|1", {"ListDeleteItem 3", "ListDeleteItem 2", "ListDeleteItem 0"}},
+        {remove({0}), EditedNone, "g|||||Two|1", {"ListDeleteItem 0"}},
+        {remove({}), EditedNone, "g|||||Two|1", {}},
+        {drop("Case.lnk"), Enhanced, "g|||GAMMA|GAMMA|Case|1", {}},
+        {add(2), Enhanced, "g|||GAMMA|GAMMA|Case|1", {}},
+        {drop("MINE.LNK"), Enhanced, "g||[q]|B,A|A,B|MINE|1", {}},
+        {drop("Other.LnK"), Empty, "|||||Other|1", {Parent}},
+        {drop("p.lnk"), Empty, "|||A||p|1", {Parent}},
+        {drop("t.lnk"), Empty, "g|||||t|1", {Parent}},
+        {drop("self.lnk"), Empty, "|||||self|1", {"DestroyIcon 0x71", "Redraw", ThisProgram}},
+        {drop("SELF.lnk"), Empty, "|||||SELF|1", {ThisProgram}},
+        {drop("copy.lnk"), Plain, "C:\\Other\\Linkwright.exe|W||||copy|1", {}},
+        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x73", "Redraw"}},
+        {fail, Enhanced, race + "Beta|Beta|Race|1", {}},
+        {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|1", {"SetArguments -f \"a b\"", WriteFailed}},
+        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
+        {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1",
+         {save + "\"Beta\" profile=\"Alpha\"" + Line, WriteFailed}},
+    };
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) {
+        int step = 0;
+        for (const auto& [act, state, held, happened] : steps) {
+            SCOPED_TRACE(++step);
+            DialogModel().calls.clear();
+            act(dialog, window);
+            Lines selected;
+            for (CChainNode<CTextString>* node = dialog.m_selected.Head(); node; node = node->next)
+                selected.push_back(node->payload->Text());
+            EXPECT_EQ(std::string(state) + held,
+                      States(window) + dialog.m_target.Text() + "|" + dialog.m_targetDir.Text() + "|" + dialog.m_args.Text() +
+                          "|" + Joined(selected) + "|" + Joined(window.controls[IDC_SELECTED_LIST].items) + "|" +
+                          window.controls[IDC_SHORTCUT_NAME].text + "|" + std::to_string(dialog.m_shortcuts.Count()));
+            Lines events = Log({"DestroyIcon", "Redraw", "ListDeleteItem", "SetArguments"});
+            events.insert(events.end(), DialogModel().messageBoxes.begin(), DialogModel().messageBoxes.end());
+            DialogModel().messageBoxes.clear();
+            EXPECT_EQ(happened, events);
+        }
+    });
 }
 
-TEST_F(RoadTest, OtherTokensLeaveTheDialogOpen)
+// A start with -RestoreAll writes back only what is enhanced, under the quote characters
+// in force, and says nothing, whatever fails; the list in memory stays whole, and both list
+// files go, also when the list is empty or missing. Without the link object nothing can be
+// restored and the files stay for a later run. The first token is the program's name. A
+// refused start shows its message and never gets as far as the command line.
+TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
 {
-    for (const char* line : {"Linkwright.exe -RestoreAllX", "Linkwright.exe RestoreAll -Restore", ""}) {
-        DialogModel().commandLine = line;
+    const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
+    const LinkFile restored = {"C:\\g.exe", "\"x\" [y]", "", "i", 1, ""};
+    const std::string all =
+        Wide("C:\\a.lnk") + Wide("C:\\b.lnk") + Wide("C:\\c.lnk") + Wide("C:\\d.lnk") + Wide("C:\\e.lnk");
+    auto fail = [](ShellLinkModel::Step step) { return [=] { ShellLinkModel::FailStep(step); }; };
+    auto remove = [this](const char* file) { return [=] { RemoveProgramFile(file); }; };
+    const std::function<void()> none = [] {};
+    const std::tuple<const char*, std::string, std::function<void()>, bool, int, bool, Lines> rows[] = {
+        // command line; ShortcutList; what fails; the dialog shown; writes tried (a.lnk is
+        // the one enhanced shortcut); the list files stay; the message boxes
+        {"Linkwright.exe \"-RESTOREALL\"", all, none, false, 1, false, {}},
+        {"x -restoreall y -RestoreAll", all, none, false, 1, false, {}},
+        {"x -RestoreAll", all, fail(ShellLinkModel::StepSave), false, 1, false, {}},
+        {"x -RestoreAll", "", none, false, 0, false, {}},
+        {"x -RestoreAll", "(none)", remove("ShortcutList"), false, 0, false, {}},
+        {"x -RestoreAll", all, fail(ShellLinkModel::StepCreate), false, 0, true, {}},
+        {"-RestoreAll", all, none, true, 0, true, {}},
+        {"x -RestoreAl -RestoreAllX RestoreAll", all, none, true, 0, true, {}},
+        {"", all, none, true, 0, true, {}},
+        {"x -RestoreAll", all, remove("Zelmar.exe"), false, 0, true,
+         {"ZLD Not Found|Linkwright could not find Zelmardeck. Please re-install Zelmardeck.|48"}},
+        {"x -RestoreAll", all, remove("Profiles"), false, 0, true,
+         {"No Profiles|Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended "
+          "application, and restart Linkwright|0"}},
+    };
+    for (const auto& [commandLine, list, setUp, shown, writes, listsStay, boxes] : rows) {
+        SCOPED_TRACE(commandLine + list.substr(0, 6));
+        ResetModels();
+        for (const auto& [path, file] : {std::pair<const char*, LinkFile>{"C:\\a.lnk", enhanced}, {"C:\\b.lnk", Game},
+                                         {"C:\\c.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
+                                         {"C:\\d.lnk", {"C:\\Zelmar.exe", "", "", "", 0, ""}}})
+            ShellLinkModel::PutFile(Wide(path), file);
+        DialogModel().commandLine = commandLine;
+        WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
+        WriteProgramFile("ShortcutList", list);
+        WriteProgramFile("ShortcutList.txt", "report");
+        setUp();
+        bool seen = false;
         CLinkDlg dialog;
-        bool shown = false;
-        Run(dialog, [&](CModelWindow&) { shown = true; });
-        EXPECT_TRUE(shown) << line;
+        EXPECT_EQ(IDCANCEL, Run(dialog, [&](CModelWindow&) { seen = true; }));
+        EXPECT_EQ(shown, seen);
+        EXPECT_EQ(boxes, DialogModel().messageBoxes);
+        EXPECT_FALSE(dialog.m_restoringAll);
+        EXPECT_EQ(list == all && boxes.empty() ? 5 : 0, dialog.m_shortcuts.Count());
+        const bool written = ShellLinkModel::SaveCount(Wide("C:\\a.lnk"));
+        EXPECT_EQ(written ? restored : enhanced, ShellLinkModel::GetFile(Wide("C:\\a.lnk")));
+        EXPECT_EQ(writes, static_cast<int>(Log({"Save"}).size()));
+        EXPECT_EQ(Lines{"SetFocus"}, Log({"SetFocus"}));
+        EXPECT_EQ(boxes.empty() ? Lines{"StopOle"} : Lines{}, Log({"StopOle"}));
+        EXPECT_EQ(listsStay ? "report" : "(none)", ReadProgramFile("ShortcutList.txt"));
+        EXPECT_EQ(listsStay ? list : "(none)", ReadProgramFile("ShortcutList"));
+        WriteProgramFile("Zelmar.exe", "MZ");
+        WriteProfile("Gamma");
     }
 }
 

@@ -1,0 +1,122 @@
+// The start and end of the dialog, what it shows beyond its controls (icons, colour, tool
+// tips, help), and the fixed texts of its resources.
+
+#include "AppFixture.h"
+
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "app/LinkApp.h"
+
+namespace {
+
+const char HelpText[] =
+    "Linkwright allows you to modify your shortcuts (desktop icons, menu items, quicklaunch icons, etc.) so that "
+    "using Zelmardeck with your game or application becomes a single-step process. A single click on the enhanced "
+    "shortcut will launch Zelmardeck, select the desired profile(s), and launch your game. It's easy! And you can "
+    "restore your shortcuts to their original form at any time.\r\n\r\nTo enhance a shortcut, drag and drop it "
+    "onto the Linkwright window, add one or more profiles to the list, and press the Save button. That's it.\r\n\r\n"
+    "Before modifying your shortcuts, be sure to first create a working profile for your game or application within "
+    "Zelmardeck.\r\n\r\nStarting Zelmardeck through an enhanced shortcut will first shut down any copies of "
+    "Zelmardeck that are already running. This ensures that no other copies of Zelmardeck will interfere with your "
+    "game or application. When the target game or application ends, Zelmardeck will also end.\r\n\r\nFor "
+    "multi-player games where multiple copies of Zelmardeck are necessary (one profile per player), you can select "
+    "multiple game profiles to associate with the shortcut. Make sure each profile uses a different game "
+    "device.\r\n\r\nTo return the shortcut to its original state, press the Restore button after dragging it onto "
+    "the Linkwright window. If you uninstall Zelmardeck, all modified shortcuts will be restored for you.";
+
+// A whole run: the start in its order, which leaves the Empty state with the catalogue in
+// the combo box; paint (the shortcut's icon at 20, 30 scaled to 64; minimised, the
+// application's icon centred in the model's 386 by 317, icons 32 by 31); the colour of the
+// status label only; a tip with its limits; help on a white brush of its own; Close twice,
+// which gives everything back once, in order; the destructor.
+const Lines WholeRun = {
+    "LoadAppIcon 128", "SetWindowIcon 1 0xa1", "SetWindowIcon 0 0xa1", "StartOle", "MakeFont 20 700 2 Arial",
+    "SetItemFont 1011 0x14", "MakeFont 14 700 2 MS Sans Serif", "SetItemFont 1012 0xe",
+    "ListInsertColumn 1008 0 Profile Name 362", "ListSetExtendedStyle 1008 32", "Create", "QueryPersistFile",
+    "Register", "EnableToolTips", "SetFocus", "DefaultPaint", "DrawIconSized 20 30 0x77 64 64", "DefaultPaint",
+    "EraseIconBackground", "DrawIconAt 177 143 0xa1", "SetTextColour 0x2784 13107200", "SetToolTipLimits 300 5000",
+    "MakeSolidBrush 16777215", "SetFocus", "DeleteBrush 0xffffff", "Revoke", "ReleasePersistFile",
+    "ReleaseShellLink", "StopOle", "DeleteFont 0xe", "DeleteFont 0x14"};
+
+void PlayTheLook(CModelWindow& window)
+{
+    CLinkDlg& dialog = *static_cast<CLinkDlg*>(window.dialog);
+    EXPECT_EQ(Empty, States(window));
+    EXPECT_EQ((Lines{"Alpha", "Beta", "Gamma"}), window.controls[IDC_PROFILE_COMBO].items);
+    EXPECT_EQ(0, dialog.ComboGetCurSel(IDC_PROFILE_COMBO));
+    for (auto [minimised, icon] : {std::pair<bool, int>{false, 0}, {false, 0x77}, {true, 0x77}}) {
+        window.minimised = minimised;
+        dialog.m_hTargetIcon = reinterpret_cast<IconHandle>(icon);
+        dialog.OnPaint();
+    }
+    window.minimised = false;
+    for (auto [id, kind] : {std::pair<int, int>{IDC_ENABLED_LABEL, 6}, {IDC_ENABLED_LABEL, 5}, {IDC_SHORTCUT_NAME, 6}}) {
+        CColourContext context(reinterpret_cast<void*>(static_cast<std::uintptr_t>(id * 10 + kind)));
+        EXPECT_EQ(nullptr, dialog.OnCtlColor(context, id, kind));
+    }
+    const char* tip = "none";
+    EXPECT_FALSE(dialog.OnNeedText(0, &tip));
+    EXPECT_TRUE(dialog.OnNeedText(IDC_SELECTED_LIST, &tip));
+    EXPECT_STREQ("a tip", tip);
+    EXPECT_EQ(ModelAppIcon, dialog.OnQueryDragIcon());
+    DialogModel().sessions[IDD_HELP_DIALOG] = [](CModelWindow& help) {
+        CColourContext colours(nullptr);
+        EXPECT_EQ(reinterpret_cast<BrushHandle>(0xffffff), help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 6));
+        EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 5));
+        EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDOK, 6));
+        EXPECT_EQ(HelpText, help.controls[IDC_HELP_TEXT].text);
+    };
+    EXPECT_TRUE(window.Press(IDC_HELP_BUTTON) && window.Press(IDCANCEL) && window.Press(IDCANCEL));
+}
+
+// A start with the OLE answer S_FALSE, which counts as started; then a run whose template
+// lacks the controls that get fonts and a column, the list and the label: they go without,
+// no switch is thrown for a control that is not there, and Add does nothing.
+TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
+{
+    DialogModel().oleAnswer = 1;
+    DialogModel().sessions[IDD_LINKWRIGHT_DIALOG] = PlayTheLook;
+    EXPECT_FALSE(CLinkApp().InitInstance());
+    EXPECT_EQ(WholeRun, Log());
+    ResetModels();
+    for (int id : {IDC_SELECTED_LIST, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
+        DialogModel().templates[IDD_LINKWRIGHT_DIALOG].erase(id);
+    ShellLinkModel::PutFile(ShellLinkModel::Wide("C:\\e.lnk"), {"C:\\Zelmar.exe", "profile=A target=g", "", "", 0, ""});
+    CLinkDlg dialog;
+    Run(dialog, [&](CModelWindow& window) {
+        EXPECT_TRUE(Drop(dialog, "C:\\e.lnk") && window.Press(IDC_RESTORE) && window.Press(IDC_ADD));
+        EXPECT_FALSE(dialog.IsItemEnabled(IDOK));
+    });
+    EXPECT_EQ(Lines{}, Log({"SetItemFont", "ListInsertColumn", "NoSuchItem"}));
+}
+
+// The tool tips are the string resources of the controls, in the program's resource script.
+TEST(Resources, TheToolTipTexts)
+{
+    std::ifstream script(LW_RESOURCE_SCRIPT);
+    std::map<std::string, std::string> strings;
+    for (std::string line, id; std::getline(script, line);) {
+        if (std::istringstream(line) >> id && line.find('"') != std::string::npos)
+            strings[id] = line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
+    }
+    const std::map<std::string, std::string> tips = {
+        {"IDOK", "Press this button to save changes made to the current shortcut. Changes are not saved until this "
+                 "button is pressed."},
+        {"IDCANCEL", "Close Linkwright"},
+        {"IDC_HELP_BUTTON", "Help for Linkwright"},
+        {"IDC_RESTORE", "Press this button to restore your shortcut to its original form."},
+        {"IDC_PROFILE_COMBO", "This is a list of available profiles from Zelmardeck."},
+        {"IDC_ADD", "Press this button to add the profile shown on the left to the list below."},
+        {"IDC_SELECTED_LIST", "This is the list of profiles that will be used by Zelmardeck when launching the program "
+                              "from this shortcut. A separate instance of Zelmardeck will run for each profile "
+                              "specified. Use multiple profiles only for multi-player games."},
+        {"IDC_REMOVE", "Select profiles from the list above and press this button to remove them from the list."},
+    };
+    for (const auto& [id, text] : tips)
+        EXPECT_EQ(text, strings[id]) << id;
+    EXPECT_EQ(0u, strings.count("IDC_ENABLED_LABEL") + strings.count("IDC_SHORTCUT_NAME"));
+}
+
+}   // namespace
