@@ -115,31 +115,19 @@ private:
 };
 #pragma GCC diagnostic pop
 
-// Where the files lie: a small window in the screen corner farthest from the target. The
-// button goes down there; the window is handed back once the press has reached it.
-HWND PressOnFiles(HWND target)
+// Where the files lie: a small window in the screen's bottom right corner, clear of the
+// centred dialog. The button goes down there; the window is handed back once it has the press.
+HWND PressOnFiles()
 {
-    WNDCLASSA type{};
-    type.lpfnWndProc = DefWindowProcA;
-    type.lpszClassName = "LinkwrightCheckFiles";
-    RegisterClassA(&type);   // fails harmlessly after the first drag
-    const POINT centre = Centre(target);
-    const int x = centre.x < GetSystemMetrics(SM_CXSCREEN) / 2 ? GetSystemMetrics(SM_CXSCREEN) - 56 : 8;
-    const int y = centre.y < GetSystemMetrics(SM_CYSCREEN) / 2 ? GetSystemMetrics(SM_CYSCREEN) - 56 : 8;
-    const HWND files = CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, type.lpszClassName, "Files",
-                                       WS_POPUP | WS_BORDER | WS_VISIBLE, x, y, 48, 48, nullptr, nullptr, nullptr,
-                                       nullptr);
+    const HWND files = CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, "#32770", "Files",
+                                       WS_POPUP | WS_BORDER | WS_VISIBLE, GetSystemMetrics(SM_CXSCREEN) - 56,
+                                       GetSystemMetrics(SM_CYSCREEN) - 56, 48, 48, nullptr, nullptr, nullptr, nullptr);
     MSG message{};
-    const bool pressed = SendPointer(Centre(files)) && SendPointer(Centre(files), MOUSEEVENTF_LEFTDOWN)
-                         && WaitUntil([&] {
-                                while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)
-                                       && !(message.hwnd == files && message.message == WM_LBUTTONDOWN))
-                                    DispatchMessageA(&message);
-                                return message.hwnd == files && message.message == WM_LBUTTONDOWN;
-                            }, 5000);
-    if (!pressed)
-        DestroyWindow(files);
-    return pressed ? files : nullptr;
+    if (SendPointer(Centre(files)) && SendPointer(Centre(files), MOUSEEVENTF_LEFTDOWN)
+        && WaitUntil([&] { return PeekMessageA(&message, files, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_REMOVE); }, 5000))
+        return files;
+    DestroyWindow(files);
+    return nullptr;
 }
 
 // A message whose lParam points at data: the system copies no list view data across
@@ -208,10 +196,8 @@ CRun::~CRun()
 {
     if (m_process.hProcess && !WaitForEnd(0))
         TerminateProcess(m_process.hProcess, 255);
-    if (m_process.hProcess && WaitForEnd(5000))
-        CloseHandle(m_process.hProcess);
-    if (m_process.hThread)
-        CloseHandle(m_process.hThread);
+    CloseHandle(m_process.hProcess);
+    CloseHandle(m_process.hThread);
 }
 
 bool CRun::Start(const std::string& exe, const std::string& arguments, const std::string& folder)
@@ -379,19 +365,19 @@ bool ClickRow(HWND list, int row)
     return ClickAt(list, point);
 }
 
-void CDrag::Start(HWND window, const std::vector<std::string>& names, bool wide)
+void CDrag::Start(HWND window, const std::vector<std::string>& names)
 {
-    // A DROPFILES record, then each name terminated, then one more terminator.
-    DROPFILES header{sizeof(header), {}, FALSE, wide};
+    // A DROPFILES record of UTF-16 names, each terminated, then one more terminator.
+    DROPFILES header{sizeof(header), {}, FALSE, TRUE};
     std::string block(reinterpret_cast<const char*>(&header), sizeof(header));
     for (const std::string& name : names)
         for (char c : name + '\0')
-            block += wide ? std::string{c, '\0'} : std::string(1, c);
-    block += std::string(wide ? 2 : 1, '\0');
+            block += std::string{c, '\0'};
+    block += std::string(2, '\0');
     m_state = std::make_shared<DragState>();
     std::thread([state = m_state, window, block] {
         OleInitialize(nullptr);
-        if (const HWND files = PressOnFiles(window)) {
+        if (const HWND files = PressOnFiles()) {
             CHand hand(block, Centre(files), Centre(window));
             DoDragDrop(&hand, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
             DestroyWindow(files);

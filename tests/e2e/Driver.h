@@ -60,11 +60,11 @@ std::vector<std::string> ComboEntries(HWND combo);
 // A click on a row of a list view, which makes it the selection.
 [[nodiscard]] bool ClickRow(HWND list, int row);
 
-// A drag of files (ASCII paths) onto a window's centre, as UTF-16 or ANSI names, on a thread
-// of its own so that the check can answer a box that the drop shows.
+// A drag of files of one folder onto a window's centre, on a thread of its own so that the
+// check can answer a box that the drop shows.
 class CDrag {
 public:
-    void Start(HWND window, const std::vector<std::string>& names, bool wide);
+    void Start(HWND window, const std::vector<std::string>& names);
     // True when the drag ended within ms; effect: what the target answered.
     [[nodiscard]] bool Finish(DWORD ms, DWORD* effect);
 

@@ -126,13 +126,11 @@ protected:
     }
 
     // The drop's analysis runs after the drop, from a posted message: taken says it is done.
-    bool Drop(const Names& names, const std::function<bool()>& taken, bool wide = true, DWORD* effect = nullptr)
+    bool Drop(const Names& names, const std::function<bool()>& taken)
     {
         CDrag drag;
-        DWORD answer = 0;
-        drag.Start(dialog, names, wide);
-        const bool dropped = drag.Finish(20000, effect ? effect : &answer) && WaitUntil(taken) && WaitIdle(dialog);
-        return dropped;
+        drag.Start(dialog, names);
+        return drag.Finish(20000, &effect) && WaitUntil(taken) && WaitIdle(dialog);
     }
 
     // Presses a button and waits for what it brings about and for the end of its handler.
@@ -169,6 +167,7 @@ protected:
     Shortcut game;
     CRun run;
     HWND dialog = nullptr;
+    DWORD effect = DROPEFFECT_COPY;   // the last drop's
 };
 
 // Pictures of every state and of help are taken on the way.
@@ -190,11 +189,10 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     ASSERT_TRUE(Press(help, IDOK) && WaitUntil([&] { return !IsWindow(help); }));
 
     // Of several names only the first counts: a text file is refused, the shortcut taken.
-    DWORD effect = DROPEFFECT_COPY;
-    ASSERT_TRUE(Drop({Path("Links\\Notes.txt"), link}, [] { return true; }, true, &effect));
+    ASSERT_TRUE(Drop({Path("Links\\Notes.txt"), link}, [] { return true; }));
     EXPECT_EQ(effect, DWORD(DROPEFFECT_NONE));
     EXPECT_EQ(Name() + Controls(), kEmpty);
-    ASSERT_TRUE(Drop({link, Path("Links\\Notes.txt")}, [&] { return Enabled(IDC_ADD); }, true, &effect));
+    ASSERT_TRUE(Drop({link, Path("Links\\Notes.txt")}, [&] { return Enabled(IDC_ADD); }));
     EXPECT_EQ(effect, DWORD(DROPEFFECT_COPY));
     EXPECT_EQ(Name() + Controls(), "Racer" + std::string(kPlain));
     Snap(dialog, "state-plain");
@@ -221,10 +219,10 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     const std::string listText = "1 Shortcut" + std::string(kListNotice) + "\r\n" + link;
     EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), ListBytes({link}) + listText);
 
-    // Dropped again, as ANSI names, after a change: the saved profiles come back.
+    // Dropped again after a change: the saved profiles come back.
     ASSERT_TRUE(Remove(1));
     EXPECT_EQ(Controls(), kEdited);
-    ASSERT_TRUE(Drop({link}, [&] { return Rows() == 2 && !Enabled(IDOK); }, false));
+    ASSERT_TRUE(Drop({link}, [&] { return Rows() == 2 && !Enabled(IDOK); }));
     EXPECT_EQ(Controls(), kEnhanced);
     Snap(dialog, "state-enhanced");
     ASSERT_TRUE(Add("Arcade Stick"));
@@ -264,11 +262,6 @@ struct Refusal {
     const char* shownName;
 };
 
-void PrintTo(const Refusal& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
 class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refusal> {};
 
 TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
@@ -290,9 +283,8 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         EXPECT_TRUE(run.WaitForEnd(0)) << "the program did not end after the message";
     } else {
         Start();
-        DWORD effect = 0;
         CDrag drag;
-        drag.Start(dialog, {link}, true);
+        drag.Start(dialog, {link});
         if (row.when == When::Save) {
             ASSERT_TRUE(drag.Finish(20000, &effect) && WaitUntil([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke"));
             ASSERT_TRUE(row.missing != kShortcut || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)));
