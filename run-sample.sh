@@ -20,7 +20,6 @@ export WINEPREFIX="$build/wineprefix"
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
 desktop="/desktop=Linkwright,1024x768"
-title="Linkwright v1.0 for Zelmardeck"
 
 # A wineserver left from making the sample serves no display: start afresh on this one.
 wineserver -k 2>/dev/null || true
@@ -36,41 +35,32 @@ fi
 artifacts="$build/artifacts"
 mkdir -p "$artifacts"
 picture="$artifacts/sample-run.png"
-rm -f "$picture"
-export sample="$build/sample" tools="$build/tests/e2e" desktop title picture
+report="$build/sample/road.txt"
+rm -f "$picture" "$report"
+winpath() { local p="$1"; printf 'Z:%s' "${p//\//\\}"; }
 
-xvfb-run -a -s "-screen 0 1024x768x24" bash -euo pipefail -c '
-  winpath() { local p="$1"; printf "Z:%s" "${p//\//\\}"; }
-  # Runs await_window inside the desktop with the given options; prints what it found.
-  await() {
-    local done_file="$sample/await.done"
-    rm -f "$done_file"
-    wine explorer "$desktop" "$(winpath "$tools/await_window.exe")" "$title" "$(winpath "$done_file")" "$@" \
-      >/dev/null 2>&1 &   # nothing may hold the output open that $(await) reads
-    for _ in $(seq 1 240); do [ -s "$done_file" ] && break; sleep 0.5; done
-    cat "$done_file" 2>/dev/null || echo none
-    rm -f "$done_file"
-  }
-  cd "$sample"
-  # The first program started into a desktop keeps that command waiting while the desktop lasts.
-  wine explorer "$desktop" Linkwright.exe &
-  status="$(await -timeout 90)"
-  if [ "$status" != found ]; then
-    echo "Linkwright did not show its dialog ($status)." >&2
-    wineserver -k; exit 1
-  fi
-  sleep 2   # let it finish painting
-  import -window root "$picture"
-  report="$sample/road.txt"
-  rm -f "$report"
-  wine explorer "$desktop" "$(winpath "$tools/sample_road.exe")" "$(winpath "$sample/Shortcuts/Racer.lnk")" \
-    "Racing Wheel" "$(winpath "$report")" >/dev/null 2>&1 &
-  for _ in $(seq 1 240); do [ -s "$report" ] && break; sleep 0.5; done
+# sample_tool waits for the dialog, takes the picture, works the dialog, closes Linkwright and
+# then writes its report: the first program started into a desktop keeps its command waiting
+# while the desktop lasts, so both go to the background.
+cd "$build/sample"
+xvfb-run -a -s "-screen 0 1024x768x24" bash -c '
+  wine explorer "$1" Linkwright.exe >/dev/null 2>&1 &
+  wine explorer "$1" "$2" road "$3" "Racing Wheel" "$4" "$5" >/dev/null 2>&1 &
+  for _ in $(seq 1 300); do [ -s "$6" ] && break; sleep 0.5; done
   sleep 0.5   # written in one go; let it be closed
-  echo "The sample shortcut Racer.lnk, enhanced with \"Racing Wheel\" and restored:"
-  tr -d "\r" < "$report" 2>/dev/null || echo "sample_road wrote no report." >&2
-  status="$(await -timeout 20 -close)"
-  [ "$status" = closed ] || echo "Linkwright did not close ($status)." >&2
   wineserver -k 2>/dev/null || true
-'
-echo "Picture of the dialog: $picture"
+' sample-run "$desktop" "$(winpath "$build/tests/e2e/sample_tool.exe")" "$(winpath "$build/sample/Shortcuts/Racer.lnk")" \
+  "$(winpath "$report")" "$(winpath "$artifacts/sample-run.ppm")" "$report"
+
+echo "The sample shortcut Racer.lnk, enhanced with \"Racing Wheel\" and restored:"
+if [ ! -s "$report" ]; then
+  echo "sample_tool wrote no report." >&2
+  exit 1
+fi
+tr -d '\r' < "$report"
+if [ -s "$artifacts/sample-run.ppm" ]; then
+  convert "$artifacts/sample-run.ppm" "$picture"
+  rm "$artifacts/sample-run.ppm"
+  echo "Picture of the dialog: $picture"
+fi
+! grep -q '^Stopped:' "$report"

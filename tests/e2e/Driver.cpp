@@ -1,374 +1,247 @@
 #include "tests/e2e/Driver.h"
 
+#include <commctrl.h>
+#include <ole2.h>
+#include <shlobj.h>
+
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
+#include <fstream>
+#include <thread>
 
 namespace e2e {
 
 const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
+
 namespace {
 
-constexpr DWORD kPollMs = 50;
-constexpr UINT kMessageTimeoutMs = 5000;
-
-LRESULT AskWide(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+POINT Centre(HWND window)
 {
-    DWORD_PTR result = 0;
-    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kMessageTimeoutMs, &result))
-        return -1;
-    return static_cast<LRESULT>(result);
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    return POINT{(frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2};
 }
 
-std::string Narrow(const wchar_t* text)
+// Each event carries the place, on a scale of 0 to 65535: a pointer report of the display
+// that comes in between must not move a press elsewhere.
+bool SendPointer(POINT at, DWORD buttonEvent = 0)
 {
-    const int bytes = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string narrow(bytes > 0 ? static_cast<size_t>(bytes) : 1, '\0');
-    WideCharToMultiByte(CP_ACP, 0, text, -1, &narrow[0], bytes, nullptr, nullptr);
-    narrow.resize(narrow.size() - 1);
+    INPUT input{INPUT_MOUSE};
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent;
+    input.mi.dx = MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1);
+    input.mi.dy = MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1);
+    return SendInput(1, &input, sizeof(input)) == 1;
+}
+
+// A click goes to the window holding the capture (an open drop-down list) or else to what
+// lies under the pointer. A tool tip left by the pointer's earlier place goes once it rests.
+bool ClickAt(HWND target, POINT at, bool inDialog = true)
+{
+    const HWND dialog = GetAncestor(target, GA_ROOT);
+    if (inDialog && GetForegroundWindow() != dialog)   // activating it anew would close a drop-down list
+        SetForegroundWindow(dialog);
+    GUITHREADINFO thread{sizeof(thread)};
+    const auto reachable = [&] {
+        const HWND shown = WindowFromPoint(at);
+        GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread);
+        return (!thread.hwndCapture || thread.hwndCapture == target) && (shown == target || IsChild(target, shown));
+    };
+    if (!RestPointer(target, at) || !WaitUntil(reachable, 3000)) {
+        std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
+        return false;
+    }
+    return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
+}
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+// The files and the hand of a drag: a data object with one CF_HDROP block, and a drop source
+// that carries the pointer to the drop point in 8 rounds of the drag loop and lets the button
+// go 4 rounds later; the loop drops once it sees the button up. It lives on the drag
+// thread's stack, so nobody counts its references.
+class CHand : public IDataObject, public IDropSource {
+public:
+    CHand(std::string block, POINT from, POINT to) : m_block(std::move(block)), m_from(from), m_to(to) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        *object = IsEqualIID(iid, IID_IDropSource) ? static_cast<void*>(static_cast<IDropSource*>(this))
+                  : IsEqualIID(iid, IID_IDataObject) || IsEqualIID(iid, IID_IUnknown)
+                      ? static_cast<void*>(static_cast<IDataObject*>(this)) : nullptr;
+        return *object ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
+    {
+        const HGLOBAL block = QueryGetData(format) == S_OK ? GlobalAlloc(GMEM_MOVEABLE, m_block.size()) : nullptr;
+        if (!block)
+            return DV_E_FORMATETC;
+        std::copy(m_block.begin(), m_block.end(), static_cast<char*>(GlobalLock(block)));
+        GlobalUnlock(block);
+        *medium = STGMEDIUM{TYMED_HGLOBAL, {}, nullptr};
+        medium->hGlobal = block;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* f) override { return f->cfFormat == CF_HDROP ? S_OK : DV_E_FORMATETC; }
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override { out->ptd = nullptr; return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override
+    {
+        if (escape || !(keys & MK_LBUTTON))
+            return escape ? DRAGDROP_S_CANCEL : DRAGDROP_S_DROP;
+        const int step = std::min(++m_rounds, 8);
+        const POINT at{m_from.x + (m_to.x - m_from.x) * step / 8, m_from.y + (m_to.y - m_from.y) * step / 8};
+        const bool sent = m_rounds > 12 || SendPointer(at, m_rounds == 12 ? MOUSEEVENTF_LEFTUP : 0);
+        return sent ? S_OK : DRAGDROP_S_CANCEL;
+    }
+
+private:
+    std::string m_block;
+    POINT m_from, m_to;
+    int m_rounds = 0;
+};
+#pragma GCC diagnostic pop
+
+// Where the files lie: a small window in the screen's bottom right corner, clear of the
+// centred dialog. The button goes down there; the window is handed back once it has the press.
+HWND PressOnFiles()
+{
+    const HWND files = CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, "#32770", "Files",
+                                       WS_POPUP | WS_BORDER | WS_VISIBLE, GetSystemMetrics(SM_CXSCREEN) - 56,
+                                       GetSystemMetrics(SM_CYSCREEN) - 56, 48, 48, nullptr, nullptr, nullptr, nullptr);
+    MSG message{};
+    if (SendPointer(Centre(files)) && SendPointer(Centre(files), MOUSEEVENTF_LEFTDOWN)
+        && WaitUntil([&] { return PeekMessageA(&message, files, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_REMOVE); }, 5000))
+        return files;
+    DestroyWindow(files);
+    return nullptr;
+}
+
+// A message whose lParam points at data: the system copies no list view data across
+// processes, so the data is copied into the list view's process and back.
+bool AskThere(HWND window, UINT message, WPARAM wParam, void* data, SIZE_T size)
+{
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    const HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    void* there = process ? VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE) : nullptr;
+    const bool ok = there && WriteProcessMemory(process, there, data, size, nullptr)
+                    && Ask(window, message, wParam, reinterpret_cast<LPARAM>(there)) > 0
+                    && ReadProcessMemory(process, there, data, size, nullptr);
+    if (there)
+        VirtualFreeEx(process, there, 0, MEM_RELEASE);
+    if (process)
+        CloseHandle(process);
+    return ok;
+}
+
+// Texts between the check's UTF-8 and the system's UTF-16.
+std::wstring Wide(const std::string& text)
+{
+    std::wstring wide(text.size() + 1, L'\0');
+    wide.resize(MultiByteToWideChar(CP_UTF8, 0, text.c_str(), -1, &wide[0], static_cast<int>(wide.size())) - 1);
+    return wide;
+}
+
+std::string Utf8(const wchar_t* text)
+{
+    std::string narrow(wcslen(text) * 3 + 1, '\0');
+    narrow.resize(WideCharToMultiByte(CP_UTF8, 0, text, -1, &narrow[0], static_cast<int>(narrow.size()), nullptr,
+                                      nullptr) - 1);
     return narrow;
 }
 
-// A screen rectangle as 32-bit pixels, top row first.
-struct Pixels {
-    int width = 0;
-    int height = 0;
-    std::vector<DWORD> data;
-};
-
-// Copies the rectangle through a top-down 32-bit DIB section. With source null it reads the
-// screen, otherwise the memory DC given.
-bool Grab(HDC source, int x, int y, int width, int height, Pixels* out)
+// Runs work on a new shell link object through its wide interface, with COM for the while.
+bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& work)
 {
-    if (width <= 0 || height <= 0)
-        return false;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    void* bits = nullptr;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    bool ok = false;
-    if (memory && bitmap) {
-        const HGDIOBJ old = SelectObject(memory, bitmap);
-        ok = BitBlt(memory, 0, 0, width, height, source ? source : screen, x, y, SRCCOPY) != 0;
-        GdiFlush();
-        if (ok) {
-            const DWORD* pixels = static_cast<const DWORD*>(bits);
-            out->width = width;
-            out->height = height;
-            out->data.assign(pixels, pixels + static_cast<size_t>(width) * height);
-        }
-        SelectObject(memory, old);
-    }
-    if (bitmap)
-        DeleteObject(bitmap);
-    if (memory)
-        DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    return ok;
-}
-
-// The icon drawn as a static control draws it, on a plain ground of the given colour.
-bool DrawReference(HICON icon, int width, int height, COLORREF ground, Pixels* out)
-{
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
-    ReleaseDC(nullptr, screen);
-    if (!memory || !bitmap) {
-        if (bitmap)
-            DeleteObject(bitmap);
-        if (memory)
-            DeleteDC(memory);
-        return false;
-    }
-    const HGDIOBJ old = SelectObject(memory, bitmap);
-    const HBRUSH brush = CreateSolidBrush(ground);
-    const RECT all{0, 0, width, height};
-    FillRect(memory, &all, brush);
-    DeleteObject(brush);
-    DrawIconEx(memory, 0, 0, icon, width, height, 0, nullptr, DI_NORMAL);
-    const bool ok = Grab(memory, 0, 0, width, height, out);
-    SelectObject(memory, old);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    return ok;
-}
-
-bool Near(DWORD a, DWORD b)
-{
-    for (int shift = 0; shift < 24; shift += 8) {
-        const int difference = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
-        if (std::abs(difference) > 8)
-            return false;
-    }
-    return true;
-}
-
-// Share of the icon's opaque pixels that the screen shows unchanged. Pixels that differ
-// between a black and a white ground are (partly) transparent and say nothing.
-double Likeness(const Pixels& shown, HICON icon)
-{
-    Pixels onBlack;
-    Pixels onWhite;
-    if (!DrawReference(icon, shown.width, shown.height, RGB(0, 0, 0), &onBlack)
-        || !DrawReference(icon, shown.width, shown.height, RGB(255, 255, 255), &onWhite))
-        return 0.0;
-    size_t opaque = 0;
-    size_t same = 0;
-    for (size_t i = 0; i < shown.data.size(); ++i) {
-        if (!Near(onBlack.data[i], onWhite.data[i]))
-            continue;
-        ++opaque;
-        same += Near(onBlack.data[i], shown.data[i]) ? 1 : 0;
-    }
-    return opaque == 0 ? 0.0 : static_cast<double>(same) / static_cast<double>(opaque);
-}
-
-MessageIcon TellIcon(HWND iconControl)
-{
-    RECT rect{};
-    GetWindowRect(iconControl, &rect);
-    Pixels shown;
-    if (!Grab(nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, &shown))
-        return MessageIcon::Unknown;
-    struct Candidate {
-        MessageIcon kind;
-        LPCSTR id;
-    };
-    const Candidate candidates[] = {
-        {MessageIcon::Exclamation, IDI_EXCLAMATION},
-        {MessageIcon::Hand, IDI_HAND},
-        {MessageIcon::Question, IDI_QUESTION},
-        {MessageIcon::Asterisk, IDI_ASTERISK},
-    };
-    MessageIcon best = MessageIcon::Unknown;
-    double bestLikeness = 0.9;
-    for (const Candidate& candidate : candidates) {
-        const double likeness = Likeness(shown, LoadIconA(nullptr, candidate.id));
-        if (likeness > bestLikeness) {
-            bestLikeness = likeness;
-            best = candidate.kind;
-        }
-    }
-    return best;
-}
-
-struct WindowSearch {
-    DWORD processId;
-    bool visibleOnly;
-    std::vector<HWND>* found;
-};
-
-BOOL CALLBACK CollectTopWindow(HWND window, LPARAM context)
-{
-    const WindowSearch* search = reinterpret_cast<const WindowSearch*>(context);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner == search->processId && (!search->visibleOnly || IsWindowVisible(window)))
-        search->found->push_back(window);
-    return TRUE;
-}
-
-BOOL CALLBACK CollectChild(HWND window, LPARAM context)
-{
-    reinterpret_cast<std::vector<HWND>*>(context)->push_back(window);
-    return TRUE;
-}
-
-std::vector<HWND> Children(HWND parent)
-{
-    std::vector<HWND> children;
-    EnumChildWindows(parent, CollectChild, reinterpret_cast<LPARAM>(&children));
-    return children;
-}
-
-bool WriteBitmapFile(const std::string& path, const Pixels& pixels)
-{
-    // 24-bit rows, bottom row first, each padded to 4 bytes.
-    const int rowBytes = (pixels.width * 3 + 3) & ~3;
-    const DWORD imageBytes = static_cast<DWORD>(rowBytes) * pixels.height;
-    BITMAPFILEHEADER file{};
-    BITMAPINFOHEADER info{};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof(file) + sizeof(info);
-    file.bfSize = file.bfOffBits + imageBytes;
-    info.biSize = sizeof(info);
-    info.biWidth = pixels.width;
-    info.biHeight = pixels.height;
-    info.biPlanes = 1;
-    info.biBitCount = 24;
-    info.biCompression = BI_RGB;
-    info.biSizeImage = imageBytes;
-
-    std::vector<unsigned char> rows(imageBytes, 0);
-    for (int y = 0; y < pixels.height; ++y) {
-        unsigned char* row = &rows[static_cast<size_t>(pixels.height - 1 - y) * rowBytes];
-        for (int x = 0; x < pixels.width; ++x) {
-            const DWORD pixel = pixels.data[static_cast<size_t>(y) * pixels.width + x];
-            row[x * 3] = static_cast<unsigned char>(pixel & 0xFF);
-            row[x * 3 + 1] = static_cast<unsigned char>((pixel >> 8) & 0xFF);
-            row[x * 3 + 2] = static_cast<unsigned char>((pixel >> 16) & 0xFF);
-        }
-    }
-    FILE* out = std::fopen(path.c_str(), "wb");
-    if (!out)
-        return false;
-    const bool ok = std::fwrite(&file, sizeof(file), 1, out) == 1 && std::fwrite(&info, sizeof(info), 1, out) == 1
-                    && std::fwrite(rows.data(), 1, rows.size(), out) == rows.size();
-    return std::fclose(out) == 0 && ok;
+    const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    IShellLinkW* link = nullptr;
+    IPersistFile* file = nullptr;
+    const bool done = SUCCEEDED(com)
+                      && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                                    reinterpret_cast<void**>(&link)))
+                      && SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))
+                      && work(link, file);
+    if (file)
+        file->Release();
+    if (link)
+        link->Release();
+    if (SUCCEEDED(com))
+        CoUninitialize();
+    return done;
 }
 
 }  // namespace
 
-CProgramRun::~CProgramRun()
+struct DragState {
+    HANDLE ended = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    DWORD effect = DROPEFFECT_NONE;
+    ~DragState() { CloseHandle(ended); }
+};
+
+CRun::~CRun()
 {
-    if (!m_process.hProcess)
-        return;
-    if (!HasEnded())
-        Kill();
-    CloseHandle(m_process.hThread);
+    if (m_process.hProcess && !WaitForEnd(0))
+        TerminateProcess(m_process.hProcess, 255);
     CloseHandle(m_process.hProcess);
+    CloseHandle(m_process.hThread);
 }
 
-bool CProgramRun::Start(const std::string& exePath, const std::string& arguments, const std::string& folder)
+bool CRun::Start(const std::string& exe, const std::string& arguments, const std::string& folder)
 {
-    std::string line = "\"" + exePath + "\"";
-    if (!arguments.empty())
-        line += " " + arguments;
-    STARTUPINFOA startup{};
-    startup.cb = sizeof(startup);
-    if (CreateProcessA(exePath.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
+    std::string line = "\"" + exe + "\" " + arguments;
+    STARTUPINFOA startup{sizeof(startup)};
+    if (CreateProcessA(exe.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
                        folder.empty() ? nullptr : folder.c_str(), &startup, &m_process))
         return true;
     std::fprintf(stderr, "could not start %s (error %lu)\n", line.c_str(), GetLastError());
     return false;
 }
 
-bool CProgramRun::HasEnded() const
+bool CRun::WaitForEnd(DWORD ms) const
 {
-    return WaitForEnd(0);
+    return WaitForSingleObject(m_process.hProcess, ms) == WAIT_OBJECT_0;
 }
 
-bool CProgramRun::WaitForEnd(DWORD timeoutMs) const
+HWND CRun::WaitForWindow(const std::string& title, DWORD ms, const char* windowClass) const
 {
-    return m_process.hProcess && WaitForSingleObject(m_process.hProcess, timeoutMs) == WAIT_OBJECT_0;
-}
-
-DWORD CProgramRun::ExitCode() const
-{
-    DWORD code = STILL_ACTIVE;
-    if (m_process.hProcess)
-        GetExitCodeProcess(m_process.hProcess, &code);
-    return code;
-}
-
-void CProgramRun::Kill()
-{
-    if (m_process.hProcess) {
-        TerminateProcess(m_process.hProcess, 255);
-        WaitForSingleObject(m_process.hProcess, 5000);
-    }
-}
-
-std::vector<HWND> CProgramRun::TopWindows(bool visibleOnly) const
-{
-    std::vector<HWND> found;
-    WindowSearch search{m_process.dwProcessId, visibleOnly, &found};
-    EnumWindows(CollectTopWindow, reinterpret_cast<LPARAM>(&search));
+    HWND found = nullptr;
+    static_cast<void>(WaitUntil([&] {
+        for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, windowClass, nullptr));) {
+            DWORD owner = 0;
+            GetWindowThreadProcessId(window, &owner);
+            if (owner == m_process.dwProcessId && IsWindowVisible(window) && (title.empty() || Text(window) == title))
+                found = window;
+        }
+        return found || WaitForEnd(0);
+    }, ms));
     return found;
-}
-
-HWND CProgramRun::WaitForWindow(const std::string& title, DWORD timeoutMs) const
-{
-    const DWORD start = GetTickCount();
-    for (;;) {
-        for (HWND window : TopWindows())
-            if (title.empty() || WindowText(window) == title)
-                return window;
-        if (GetTickCount() - start >= timeoutMs || HasEnded())
-            return nullptr;
-        Sleep(kPollMs);
-    }
 }
 
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     DWORD_PTR result = 0;
-    if (!SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kMessageTimeoutMs, &result))
-        return -1;
-    return static_cast<LRESULT>(result);
+    return SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 5000, &result) ? result : -1;
 }
 
-std::string WindowText(HWND window)
+std::string Text(HWND window)
 {
-    const LRESULT length = Ask(window, WM_GETTEXTLENGTH, 0, 0);
-    if (length <= 0)
-        return std::string();
-    std::vector<char> text(static_cast<size_t>(length) + 1, '\0');
-    const LRESULT copied = Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    return copied > 0 ? std::string(text.data(), static_cast<size_t>(copied)) : std::string();
+    std::string text(std::max<LRESULT>(Ask(window, WM_GETTEXTLENGTH, 0, 0), 0) + 1, '\0');
+    text.resize(std::max<LRESULT>(Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(&text[0])), 0));
+    return text;
 }
 
-std::string WindowClass(HWND window)
+bool WaitUntil(const std::function<bool()>& condition, DWORD ms)
 {
-    char name[256] = {};
-    GetClassNameA(window, name, sizeof(name));
-    return name;
-}
-
-HWND Item(HWND dialog, int id)
-{
-    return GetDlgItem(dialog, id);
-}
-
-bool IsItemEnabled(HWND dialog, int id)
-{
-    const HWND item = Item(dialog, id);
-    return item && IsWindowEnabled(item);
-}
-
-bool IsItemVisible(HWND dialog, int id)
-{
-    const HWND item = Item(dialog, id);
-    return item && (GetWindowLongA(item, GWL_STYLE) & WS_VISIBLE);
-}
-
-std::vector<std::string> ComboEntries(HWND combo)
-{
-    std::vector<std::string> entries;
-    const LRESULT count = Ask(combo, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        // Asked in wide form: Wine hands the narrow form of this message across processes
-        // as wide text.
-        const LRESULT length = AskWide(combo, CB_GETLBTEXTLEN, i, 0);
-        std::vector<wchar_t> text(length > 0 ? static_cast<size_t>(length) + 1 : 1, L'\0');
-        if (length > 0)
-            AskWide(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()));
-        entries.push_back(Narrow(text.data()));
-    }
-    return entries;
-}
-
-int ComboCurrent(HWND combo)
-{
-    const LRESULT current = Ask(combo, CB_GETCURSEL, 0, 0);
-    return current == CB_ERR ? -1 : static_cast<int>(current);
-}
-
-bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs)
-{
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start >= timeoutMs)
+    for (const DWORD start = GetTickCount(); !condition(); Sleep(50))
+        if (GetTickCount() - start >= ms)
             return false;
-        Sleep(50);
-    }
     return true;
 }
 
@@ -377,71 +250,200 @@ bool WaitIdle(HWND window)
     return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr) != 0;
 }
 
-const char* MessageIconName(MessageIcon icon)
+Box ReadBox(HWND window)
 {
-    switch (icon) {
-    case MessageIcon::None: return "none";
-    case MessageIcon::Exclamation: return "exclamation";
-    case MessageIcon::Hand: return "hand";
-    case MessageIcon::Question: return "question";
-    case MessageIcon::Asterisk: return "asterisk";
-    case MessageIcon::Unknown: break;
-    }
-    return "unknown";
-}
-
-bool ReadMessageBox(HWND box, MessageBoxFacts* facts)
-{
-    if (!box || !IsWindow(box))
-        return false;
-    facts->caption = WindowText(box);
-    facts->text.clear();
-    facts->icon = MessageIcon::None;
-    facts->buttons.clear();
-    HWND iconControl = nullptr;
-    for (HWND child : Children(box)) {
+    Box box{Text(window)};
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        char kind[16] = {};
+        GetClassNameA(child, kind, sizeof(kind));
         if (!IsWindowVisible(child))
             continue;
-        const std::string kind = WindowClass(child);
-        const LONG style = GetWindowLongA(child, GWL_STYLE);
-        if (lstrcmpiA(kind.c_str(), "Static") == 0) {
-            if ((style & SS_TYPEMASK) == SS_ICON) {
-                if (Ask(child, STM_GETICON, 0, 0) != 0)
-                    iconControl = child;
-            } else if (facts->text.empty()) {
-                facts->text = WindowText(child);
-            }
-        } else if (lstrcmpiA(kind.c_str(), "Button") == 0) {
-            facts->buttons.push_back(WindowText(child));
-        }
+        if (lstrcmpiA(kind, "Button") == 0)
+            box.buttons.push_back(Text(child));
+        else if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
+            box.icon = box.icon || Ask(child, STM_GETICON, 0, 0) != 0;
+        else if (lstrcmpiA(kind, "Static") == 0 && box.text.empty())
+            box.text = Text(child);
     }
-    if (iconControl) {
-        // The box may have come up a moment ago: let it finish drawing before the screen is read.
-        SetForegroundWindow(box);
-        RedrawWindow(box, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-        Sleep(300);
-        facts->icon = TellIcon(iconControl);
-    }
-    return true;
+    return box;
 }
 
-bool SaveWindowPicture(HWND window, const std::string& bmpPath)
+bool Picture(HWND window, const std::string& path)
 {
+    Sleep(300);   // let it finish painting
     RECT rect{};
-    if (!GetWindowRect(window, &rect))
-        return false;
-    Pixels pixels;
-    return Grab(nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, &pixels)
-           && WriteBitmapFile(bmpPath, pixels);
+    GetWindowRect(window, &rect);
+    const int width = rect.right - rect.left;
+    const int height = rect.bottom - rect.top;
+    BITMAPINFO info{{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB}};
+    const unsigned char* pixel = nullptr;
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, (void**)&pixel, nullptr, 0);
+    const HGDIOBJ old = SelectObject(memory, bitmap);
+    std::string ppm = "P6\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n";
+    const bool grabbed = BitBlt(memory, 0, 0, width, height, screen, rect.left, rect.top, SRCCOPY) && GdiFlush();
+    for (int i = 0; grabbed && i < width * height; ++i, pixel += 4)
+        ppm += {static_cast<char>(pixel[2]), static_cast<char>(pixel[1]), static_cast<char>(pixel[0])};
+    DeleteObject(SelectObject(memory, old));
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return grabbed && WriteBytes(path, ppm);
 }
 
-std::string HostPath(const std::string& posixPath)
+bool RestPointer(HWND target, POINT at)
 {
-    std::string path = posixPath;
-    for (char& c : path)
-        if (c == '/')
-            c = '\\';
-    return posixPath.empty() || posixPath[0] != '/' ? path : "Z:" + path;
+    POINT now{};
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        bool stayed = SendPointer(at) && WaitIdle(GetAncestor(target, GA_ROOT));
+        for (int look = 0; stayed && look < 5; ++look) {
+            Sleep(20);
+            stayed = GetCursorPos(&now) && now.x == at.x && now.y == at.y;
+        }
+        if (stayed)
+            return true;
+    }
+    return false;
+}
+
+bool Press(HWND dialog, int id)
+{
+    const HWND button = GetDlgItem(dialog, id);
+    return button && IsWindowVisible(button) && IsWindowEnabled(button) && IsWindowEnabled(dialog)
+           && ClickAt(button, Centre(button));
+}
+
+std::vector<std::string> ComboEntries(HWND combo)
+{
+    // Asked in wide form: Wine hands the narrow form of this message across processes as wide text.
+    std::vector<std::string> entries;
+    for (LRESULT i = 0, count = Ask(combo, CB_GETCOUNT, 0, 0); i < count; ++i) {
+        std::wstring text(256, L'\0');
+        SendMessageTimeoutW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(&text[0]), SMTO_ABORTIFHUNG, 5000,
+                            nullptr);
+        entries.push_back(Utf8(text.c_str()));
+    }
+    return entries;
+}
+
+bool PickEntry(HWND combo, const std::string& text)
+{
+    const std::vector<std::string> entries = ComboEntries(combo);
+    const LRESULT index = std::find(entries.begin(), entries.end(), text) - entries.begin();
+    RECT frame{};
+    GetWindowRect(combo, &frame);
+    const POINT arrow{frame.right - GetSystemMetrics(SM_CXVSCROLL) / 2 - 2, (frame.top + frame.bottom) / 2};
+    HWND list = nullptr;
+    const auto dropped = [&] { return (list = FindWindowExA(nullptr, nullptr, "ComboLBox", nullptr)) && IsWindowVisible(list); };
+    if (index == static_cast<LRESULT>(entries.size()) || !IsWindowEnabled(combo) || !ClickAt(combo, arrow)
+        || !WaitUntil(dropped))
+        return false;
+    // The dropped list shows whole entries of one height from its top entry on.
+    const LRESULT height = Ask(list, LB_GETITEMHEIGHT, 0, 0);
+    POINT point{20, static_cast<LONG>((index - Ask(list, LB_GETTOPINDEX, 0, 0)) * height + height / 2)};
+    ClientToScreen(list, &point);
+    return ClickAt(list, point, false) && WaitUntil([&] {
+               return Ask(combo, CB_GETCURSEL, 0, 0) == index && Ask(combo, CB_GETDROPPEDSTATE, 0, 0) == FALSE;
+           });
+}
+
+bool ClickRow(HWND list, int row)
+{
+    RECT bounds{LVIR_BOUNDS};
+    if (!IsWindowEnabled(list) || !AskThere(list, LVM_GETITEMRECT, row, &bounds, sizeof(bounds)))
+        return false;
+    // Near the row's left end, on its text: the row may be wider than the list shows.
+    POINT point{bounds.left + 20, (bounds.top + bounds.bottom) / 2};
+    ClientToScreen(list, &point);
+    return ClickAt(list, point);
+}
+
+void CDrag::Start(HWND window, const std::vector<std::string>& names)
+{
+    // A DROPFILES record of UTF-16 names, each terminated, then one more terminator.
+    DROPFILES header{sizeof(header), {}, FALSE, TRUE};
+    std::string block(reinterpret_cast<const char*>(&header), sizeof(header));
+    for (const std::string& name : names)
+        for (char c : name + '\0')
+            block += std::string{c, '\0'};
+    block += std::string(2, '\0');
+    m_state = std::make_shared<DragState>();
+    std::thread([state = m_state, window, block] {
+        OleInitialize(nullptr);
+        if (const HWND files = PressOnFiles()) {
+            CHand hand(block, Centre(files), Centre(window));
+            DoDragDrop(&hand, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
+            DestroyWindow(files);
+        }
+        if (GetAsyncKeyState(VK_LBUTTON) & 0x8000)   // a drag that failed leaves no button down
+            static_cast<void>(SendPointer(Centre(window), MOUSEEVENTF_LEFTUP));
+        OleUninitialize();
+        SetEvent(state->ended);
+    }).detach();
+}
+
+bool CDrag::Finish(DWORD ms, DWORD* effect)
+{
+    const bool ended = WaitForSingleObject(m_state->ended, ms) == WAIT_OBJECT_0;
+    *effect = m_state->effect;
+    return ended;
+}
+
+bool WriteShortcut(const std::string& path, const Shortcut& facts)
+{
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);   // one made read-only before
+    return WithLink([&](IShellLinkW* link, IPersistFile* file) {
+        return SUCCEEDED(link->SetPath(Wide(facts.target).c_str()))
+               && SUCCEEDED(link->SetArguments(Wide(facts.arguments).c_str()))
+               && SUCCEEDED(link->SetWorkingDirectory(Wide(facts.folder).c_str()))
+               && (facts.icon.empty() || SUCCEEDED(link->SetIconLocation(Wide(facts.icon).c_str(), facts.index)))
+               && SUCCEEDED(file->Save(Wide(path).c_str(), TRUE))
+               && (!facts.readOnly || SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    });
+}
+
+std::string ReadShortcut(const std::string& path)
+{
+    Shortcut facts;
+    std::wstring text(32768, L'\0');
+    const auto got = [&](HRESULT hr) { return SUCCEEDED(hr) ? Utf8(text.c_str()) : "<unreadable>"; };
+    // A shortcut without a file-system target answers S_FALSE and an empty path.
+    const bool read = WithLink([&](IShellLinkW* link, IPersistFile* file) {
+        if (FAILED(file->Load(Wide(path).c_str(), STGM_READ)))
+            return false;
+        facts.target = got(link->GetPath(&text[0], 32768, nullptr, SLGP_RAWPATH));
+        facts.arguments = got(link->GetArguments(&text[0], 32768));
+        facts.folder = got(link->GetWorkingDirectory(&text[0], 32768));
+        facts.icon = got(link->GetIconLocation(&text[0], 32768, &facts.index));
+        return true;
+    });
+    facts.readOnly = GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY;
+    return read ? Describe(facts) : "<unreadable>";
+}
+
+std::string Describe(const Shortcut& facts)
+{
+    return "  target     " + facts.target + "\r\n  arguments  " + facts.arguments + "\r\n  folder     " + facts.folder
+           + "\r\n  icon       " + facts.icon + "," + std::to_string(facts.index) + (facts.readOnly ? " read-only" : "")
+           + "\r\n";
+}
+
+std::string ReadBytes(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return in ? std::string(std::istreambuf_iterator<char>(in), {}) : "<missing>";
+}
+
+bool WriteBytes(const std::string& path, const std::string& bytes)
+{
+    std::ofstream out(path, std::ios::binary);
+    return out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush().good();
+}
+
+std::string HostPath(std::string posixPath)
+{
+    std::replace(posixPath.begin(), posixPath.end(), '/', '\\');
+    return "Z:" + posixPath;
 }
 
 }  // namespace e2e

@@ -1,92 +1,91 @@
 #pragma once
-// A small driver for checks that use the real Windows program as a person would: start it,
-// find its windows, read what they show, press buttons, take a picture.
-//
-// Everything works across processes, through window messages and the screen, so the
-// program under test is the unmodified .exe. Waits poll with a deadline and never block
-// for good: a program that hangs fails the check instead of the run.
+// Drives the unmodified Linkwright.exe under Wine as a person would: its windows are read
+// through messages, the mouse is moved and pressed through the system's input queue, files
+// are dropped by a real OLE drag, and shortcuts are made and read through the shell.
+// Every wait has a deadline, so a program that hangs fails the check instead of the run.
 
 #include <windows.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace e2e {
 
-// The title of Linkwright's dialog, by which its window is found.
 extern const char kDialogTitle[];
 
-// A program started by a check. The destructor ends it if it still runs.
-class CProgramRun {
+// A program started by a check, ended when the object goes if it still runs.
+class CRun {
 public:
-    CProgramRun() = default;
-    CProgramRun(const CProgramRun&) = delete;
-    CProgramRun& operator=(const CProgramRun&) = delete;
-    ~CProgramRun();
-
-    // Starts exePath with the given argument text behind its quoted name, in folder.
-    [[nodiscard]] bool Start(const std::string& exePath, const std::string& arguments,
-                             const std::string& folder);
-    DWORD ProcessId() const { return m_process.dwProcessId; }
-    bool HasEnded() const;
-    // True once the process has ended within timeoutMs.
-    [[nodiscard]] bool WaitForEnd(DWORD timeoutMs) const;
-    DWORD ExitCode() const;   // STILL_ACTIVE while it runs
-    void Kill();
-
-    // The top-level windows of the process, visible ones only unless told otherwise.
-    std::vector<HWND> TopWindows(bool visibleOnly = true) const;
-    // First visible top-level window of the process with this exact title, or null after
-    // timeoutMs. An empty title takes any visible window.
-    HWND WaitForWindow(const std::string& title, DWORD timeoutMs) const;
+    CRun() = default;
+    CRun(const CRun&) = delete;
+    CRun& operator=(const CRun&) = delete;
+    ~CRun();
+    [[nodiscard]] bool Start(const std::string& exe, const std::string& arguments, const std::string& folder);
+    [[nodiscard]] bool WaitForEnd(DWORD ms) const;
+    // A visible top-level window of the process of this class (any if null) and title (any if
+    // empty), or null once ms have passed or the process has ended.
+    HWND WaitForWindow(const std::string& title, DWORD ms = 15000, const char* windowClass = nullptr) const;
 
 private:
     PROCESS_INFORMATION m_process{};
 };
 
-// A message to a window of another process, given up after a few seconds (then -1) so that
-// a hung program fails the check instead of stopping it.
+// A message to another process's window, given up after 5 s (then -1).
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-std::string WindowText(HWND window);
-std::string WindowClass(HWND window);
-
-// Controls of a dialog by id. A missing control counts as disabled and hidden.
-HWND Item(HWND dialog, int id);
-bool IsItemEnabled(HWND dialog, int id);
-bool IsItemVisible(HWND dialog, int id);
-
-// The entries of a combo box's list part in their order, and the index of its current entry
-// (-1 for none).
-std::vector<std::string> ComboEntries(HWND combo);
-int ComboCurrent(HWND combo);
-
-// What a standard message box shows.
-enum class MessageIcon { None, Exclamation, Hand, Question, Asterisk, Unknown };
-const char* MessageIconName(MessageIcon icon);
-
-struct MessageBoxFacts {
-    std::string caption;
-    std::string text;                  // of the text's static control, as the box shows it
-    MessageIcon icon = MessageIcon::None;
-    std::vector<std::string> buttons;  // captions of the visible push buttons, in z-order
-};
-
-// Reads a message box window. The icon is told from its pixels on the screen against the
-// system's own icons, so the box must be in front and drawn.
-[[nodiscard]] bool ReadMessageBox(HWND box, MessageBoxFacts* facts);
-
-// Polls condition until it holds, for timeoutMs at the most.
-[[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs = 15000);
-// True once the window's thread has finished the handler it is in: a sent message is taken
-// up only between two handlers.
+std::string Text(HWND window);
+[[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, DWORD ms = 15000);
+// True once the window's thread is between two handlers.
 [[nodiscard]] bool WaitIdle(HWND window);
 
-// Saves the window as it is on the screen to a 24-bit .bmp file.
-[[nodiscard]] bool SaveWindowPicture(HWND window, const std::string& bmpPath);
+// What a standard message box shows; icon: whether it shows one at all.
+struct Box {
+    std::string caption, text;
+    bool icon = false;
+    std::vector<std::string> buttons;
+};
+Box ReadBox(HWND box);
 
-// Windows path of a path of the host's file system, as the program sees it under Wine.
-std::string HostPath(const std::string& posixPath);
+// The screen under the window (the desktop window: all of it) as a .ppm picture.
+[[nodiscard]] bool Picture(HWND window, const std::string& path);
+
+// The pointer brought to rest at a point: moved there, and still there while the program is idle.
+[[nodiscard]] bool RestPointer(HWND target, POINT screen);
+// A click on a push button; false if a person could not press it (hidden, disabled, a box up).
+[[nodiscard]] bool Press(HWND dialog, int id);
+std::vector<std::string> ComboEntries(HWND combo);
+// Opens a combo box's list with its arrow and clicks the entry; true once it is current.
+[[nodiscard]] bool PickEntry(HWND combo, const std::string& text);
+// A click on a row of a list view, which makes it the selection.
+[[nodiscard]] bool ClickRow(HWND list, int row);
+
+// A drag of files of one folder onto a window's centre, on a thread of its own so that the
+// check can answer a box that the drop shows.
+class CDrag {
+public:
+    void Start(HWND window, const std::vector<std::string>& names);
+    // True when the drag ended within ms; effect: what the target answered.
+    [[nodiscard]] bool Finish(DWORD ms, DWORD* effect);
+
+private:
+    std::shared_ptr<struct DragState> m_state;   // shared with the drag's thread, which may outlive a check
+};
+
+// A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.
+struct Shortcut {
+    std::string target, arguments, folder, icon;
+    int index = 0;
+    bool readOnly = false;
+};
+[[nodiscard]] bool WriteShortcut(const std::string& path, const Shortcut& facts);
+// The shortcut's fields one per line, for comparisons that show what differs and for reports.
+std::string ReadShortcut(const std::string& path);
+std::string Describe(const Shortcut& facts);
+
+std::string ReadBytes(const std::string& path);   // "<missing>" when it cannot be read
+[[nodiscard]] bool WriteBytes(const std::string& path, const std::string& bytes);
+// The Windows path of a host path under Wine.
+std::string HostPath(std::string posixPath);
 
 }  // namespace e2e

@@ -1,270 +1,409 @@
-// Linkwright.exe itself under Wine, used as a person uses it: started in a fresh
-// installation, looked at through its windows, closed with its buttons. These checks are few
-// and slow; the logic behind them is covered by the unit tests.
+// Linkwright.exe under Wine, used as a person uses it: started in a fresh installation, worked
+// with real drags and clicks, and checked on the screen, on the shortcut as the shell reads it
+// and on the bytes of the list files. Few and slow; the logic behind them has its unit tests.
 #include <gtest/gtest.h>
 
 #include <windows.h>
+#include <commctrl.h>
+#include <ole2.h>
+#include <shellapi.h>
 
 #include <algorithm>
-#include <ostream>
-#include <string>
-#include <vector>
+#include <filesystem>
 
 #include "app/Resource.h"
-#include "tests/e2e/Controls.h"
 #include "tests/e2e/Driver.h"
-#include "tests/e2e/Installation.h"
-#include "tests/e2e/ShellLinkFile.h"
 
-using e2e::CInstallation;
-using e2e::CProgramRun;
-using e2e::kDialogTitle;
-
+namespace e2e {
 namespace {
 
-constexpr DWORD kStartMs = 30000;
-constexpr DWORD kEndMs = 20000;
+using Names = std::vector<std::string>;
 
-// Waits for the program to end and gives the titles of all visible top-level windows it
-// showed meanwhile. ended tells whether it ended in time.
-std::vector<std::string> TitlesShownUntilEnd(const CProgramRun& run, DWORD timeoutMs, bool* ended)
+// The dialog's controls in each state: "+" enabled (the label: shown), "-" not.
+const char kEmpty[] = "combo- add- list- remove- save- restore- label- help+ close+";
+const char kPlain[] = "combo+ add+ list- remove- save- restore- label- help+ close+";
+const char kPicking[] = "combo+ add+ list+ remove+ save+ restore- label- help+ close+";
+const char kPickingNone[] = "combo+ add+ list+ remove+ save- restore- label- help+ close+";
+const char kEnhanced[] = "combo+ add+ list+ remove+ save- restore+ label+ help+ close+";
+const char kEdited[] = "combo+ add+ list+ remove+ save+ restore+ label+ help+ close+";
+
+const char kListNotice[] = " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
+                           "will not be able to restore these shortcuts if you uninstall.\r\n";
+// Made in neither the sorted nor the byte order; two names differ in letter case only.
+const char* const kProfiles[][2] = {{"wheel.idprof", "Racing Wheel"}, {"yoke.idprof", "Flight Yoke"},
+                                    {"stick.idprof", "Arcade Stick"}, {"loud.idprof", "flight yoke"}};
+
+std::string Quoted(const std::string& text)
 {
-    std::vector<std::string> titles;
-    const DWORD start = GetTickCount();
-    for (;;) {
-        for (HWND window : run.TopWindows()) {
-            const std::string title = e2e::WindowText(window);
-            if (std::find(titles.begin(), titles.end(), title) == titles.end())
-                titles.push_back(title);
-        }
-        *ended = run.HasEnded();
-        if (*ended || GetTickCount() - start >= timeoutMs)
-            return titles;
-        Sleep(50);
+    return "\"" + text + "\"";
+}
+
+// ShortcutList's bytes: each path as UTF-16 units, then one zero byte.
+std::string ListBytes(const Names& paths)
+{
+    std::string bytes;
+    for (const std::string& path : paths) {
+        for (char c : path)
+            bytes += std::string{c, '\0'};
+        bytes += '\0';
     }
+    return bytes;
 }
 
-bool Contains(const std::vector<std::string>& texts, const std::string& text)
+// A fresh installation in a folder of its own: Linkwright.exe beside the stand-in Zelmar.exe,
+// the profiles, a game and a plain shortcut to it. The steps wait for what they bring about.
+class ProgramTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        char temp[MAX_PATH] = {};
+        GetTempPathA(MAX_PATH, temp);
+        static int count = 0;
+        folder = temp + std::string("lw-e2e-") + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count);
+        link = Path("Links\\Racer.lnk");
+        ASSERT_TRUE(RemoveFolder());   // left by an earlier run: process ids repeat under Wine
+        for (const char* sub : {"", "\\Profiles", "\\Games", "\\Links"})
+            ASSERT_TRUE(CreateDirectoryA((folder + sub).c_str(), nullptr)) << folder << sub;
+        ASSERT_TRUE(CopyFileA(HostPath(LW_LINKWRIGHT_EXE).c_str(), Path("Linkwright.exe").c_str(), FALSE));
+        for (const char* copy : {"Zelmar.exe", "Games\\Racer.exe"})
+            ASSERT_TRUE(CopyFileA(HostPath(LW_ZELMAR_EXE).c_str(), Path(copy).c_str(), FALSE));
+        for (const auto& profile : kProfiles) {
+            CRun tool;
+            const std::string file = Path("Profiles\\") + profile[0];
+            ASSERT_TRUE(tool.Start(HostPath(LW_MAKE_PROFILE_EXE), Quoted(file) + " " + Quoted(profile[1]), "")
+                        && tool.WaitForEnd(60000) && ReadBytes(file) != "<missing>");
+        }
+        game = Shortcut{Path("Games\\Racer.exe"), "-map \"C:\\My Maps\\one.map\" -fast", Path("Games"),
+                        Path("Games\\Racer.exe")};
+        ASSERT_TRUE(WriteShortcut(link, game));
+    }
+
+    void TearDown() override
+    {
+        EXPECT_TRUE(!IsWindow(dialog) || (Press(dialog, IDCANCEL) && run.WaitForEnd(20000))) << "Close did not end it";
+        // A program's file may stay in use for a moment after its process ended.
+        EXPECT_TRUE(WaitUntil([&] { return RemoveFolder(); }, 10000)) << folder;
+    }
+
+    bool RemoveFolder() const
+    {
+        namespace fs = std::filesystem;
+        std::error_code error;
+        for (const auto& entry : fs::recursive_directory_iterator(folder, error))
+            fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add, error);
+        fs::remove_all(folder, error);
+        return !fs::exists(folder, error);
+    }
+
+    std::string Path(const std::string& relative) const { return folder + "\\" + relative; }
+    HWND Control(int id) const { return GetDlgItem(dialog, id); }
+    bool Enabled(int id) const { return IsWindowEnabled(Control(id)); }
+    int Rows() const { return static_cast<int>(Ask(Control(IDC_SELECTED_LIST), LVM_GETITEMCOUNT, 0, 0)); }
+    std::string Name() const { return Text(Control(IDC_SHORTCUT_NAME)); }
+
+    std::string Controls() const
+    {
+        const int ids[] = {IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE,     IDOK,
+                           IDC_RESTORE,       IDC_ENABLED_LABEL, IDC_HELP_BUTTON, IDCANCEL};
+        const char* const names[] = {"combo", "add", "list", "remove", "save", "restore", "label", "help", "close"};
+        std::string line;
+        for (int i = 0; i < 9; ++i) {
+            const bool on = ids[i] == IDC_ENABLED_LABEL ? IsWindowVisible(Control(ids[i])) : Enabled(ids[i]);
+            line += std::string(i ? " " : "") + names[i] + (on ? "+" : "-");
+        }
+        return line;
+    }
+
+    void Start(const std::string& arguments = "")
+    {
+        ASSERT_TRUE(run.Start(Path("Linkwright.exe"), arguments, folder));
+        ASSERT_NE(dialog = run.WaitForWindow(kDialogTitle, 30000), nullptr) << "the dialog did not show";
+    }
+
+    void Snap(HWND window, const std::string& name) const
+    {
+        EXPECT_TRUE(Picture(window, HostPath(LW_ARTIFACT_DIR "/" + name + ".ppm"))) << name;
+    }
+
+    // The drop's analysis runs after the drop, from a posted message: taken says it is done.
+    bool Drop(const Names& names, const std::function<bool()>& taken)
+    {
+        CDrag drag;
+        drag.Start(dialog, names);
+        return drag.Finish(20000, &effect) && WaitUntil(taken) && WaitIdle(dialog);
+    }
+
+    // Presses a button and waits for what it brings about and for the end of its handler.
+    bool Click(int id, const std::function<bool()>& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
+    bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
+    bool Restore() { return Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE); }); }
+
+    bool Add(const std::string& profile)
+    {
+        const int rows = Rows() + 1;
+        return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&] { return Rows() == rows; });
+    }
+
+    // Selects a row, as the list shows them, with a click and presses Remove.
+    bool Remove(int row)
+    {
+        const HWND list = Control(IDC_SELECTED_LIST);
+        const int left = Rows() - 1;
+        return ClickRow(list, row) && WaitUntil([&] { return Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1; })
+               && Click(IDC_REMOVE, [&] { return Rows() == left; }) && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 0;
+    }
+
+    // The message box under this caption, owned by the dialog, answered with OK.
+    Box Answer(const std::string& caption)
+    {
+        const HWND window = run.WaitForWindow(caption);
+        const Box box = window ? ReadBox(window) : Box{"<no box>"};
+        EXPECT_TRUE(window && Text(GetWindow(window, GW_OWNER)) == kDialogTitle) << "the box's owner";
+        EXPECT_TRUE(window && Press(window, IDOK) && WaitUntil([&] { return !IsWindow(window); }));
+        return box;
+    }
+
+    std::string folder, link;
+    Shortcut game;
+    CRun run;
+    HWND dialog = nullptr;
+    DWORD effect = DROPEFFECT_COPY;   // the last drop's
+};
+
+// Pictures of every state and of help are taken on the way.
+TEST_F(ProgramTest, RoadOfOneShortcut)
 {
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
+    ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text"));
+    Start();
+    const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
+    EXPECT_EQ(entries.size(), 4u);
+    EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end(), [](const std::string& a, const std::string& b) {
+        return lstrcmpiA(a.c_str(), b.c_str()) < 0;
+    }));
+    EXPECT_EQ(Ask(Control(IDC_PROFILE_COMBO), CB_GETCURSEL, 0, 0), 0);
+    EXPECT_EQ(Controls(), kEmpty);
+    Snap(dialog, "state-empty");
+    ASSERT_TRUE(Press(dialog, IDC_HELP_BUTTON));
+    const HWND help = run.WaitForWindow("Help for Linkwright");
+    Snap(help, "help-dialog");
+    ASSERT_TRUE(Press(help, IDOK) && WaitUntil([&] { return !IsWindow(help); }));
+
+    // Of several names only the first counts: a text file is refused, the shortcut taken.
+    ASSERT_TRUE(Drop({Path("Links\\Notes.txt"), link}, [] { return true; }));
+    EXPECT_EQ(effect, DWORD(DROPEFFECT_NONE));
+    EXPECT_EQ(Name() + Controls(), kEmpty);
+    ASSERT_TRUE(Drop({link, Path("Links\\Notes.txt")}, [&] { return Enabled(IDC_ADD); }));
+    EXPECT_EQ(effect, DWORD(DROPEFFECT_COPY));
+    EXPECT_EQ(Name() + Controls(), "Racer" + std::string(kPlain));
+    Snap(dialog, "state-plain");
+
+    ASSERT_TRUE(Add("Racing Wheel"));
+    EXPECT_EQ(Controls(), kPicking);
+    ASSERT_TRUE(Remove(0));
+    EXPECT_EQ(Controls(), kPickingNone);
+    // Written in the order added. A name chosen already, in any case, is refused; input is
+    // taken in order, so the Save that follows sees both refused.
+    ASSERT_TRUE(Add("Racing Wheel"));
+    ASSERT_TRUE(PickEntry(Control(IDC_PROFILE_COMBO), "Racing Wheel") && Press(dialog, IDC_ADD));
+    ASSERT_TRUE(Add("Flight Yoke"));
+    ASSERT_TRUE(PickEntry(Control(IDC_PROFILE_COMBO), "flight yoke") && Press(dialog, IDC_ADD));
+    EXPECT_EQ(Controls(), kPicking);
+    Snap(dialog, "state-picking");
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Rows(), 2);
+    EXPECT_EQ(Controls(), kEnhanced);
+    const std::string tail = " target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder)
+                             + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
+    Shortcut enhanced{Path("Zelmar.exe"), "profile=\"Racing Wheel\" profile=\"Flight Yoke\"" + tail, folder, game.icon};
+    EXPECT_EQ(ReadShortcut(link), Describe(enhanced));
+    const std::string listText = "1 Shortcut" + std::string(kListNotice) + "\r\n" + link;
+    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), ListBytes({link}) + listText);
+
+    // Dropped again after a change: the saved profiles come back.
+    ASSERT_TRUE(Remove(1));
+    EXPECT_EQ(Controls(), kEdited);
+    ASSERT_TRUE(Drop({link}, [&] { return Rows() == 2 && !Enabled(IDOK); }));
+    EXPECT_EQ(Controls(), kEnhanced);
+    Snap(dialog, "state-enhanced");
+    ASSERT_TRUE(Add("Arcade Stick"));
+    EXPECT_EQ(Controls(), kEdited);
+    Snap(dialog, "state-edited");
+    // Shown sorted: the last row and then the first are Racing Wheel and Arcade Stick.
+    ASSERT_TRUE(Remove(2) && Remove(0));
+    ASSERT_TRUE(Save());
+    enhanced.arguments = "profile=\"Flight Yoke\"" + tail;
+    EXPECT_EQ(ReadShortcut(link), Describe(enhanced));
+    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), ListBytes({link}) + listText);
+
+    // Without profiles an enhanced shortcut can be restored but not saved.
+    ASSERT_TRUE(Remove(0));
+    EXPECT_EQ(Controls(), kEnhanced);
+    ASSERT_TRUE(Restore());
+    EXPECT_EQ(Controls(), kPlain);
+    EXPECT_EQ(Rows(), 0);
+    EXPECT_EQ(ReadShortcut(link), Describe(game));
+    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), "0 Shortcuts" + std::string(kListNotice));
 }
 
-// Profiles are written in an order that is neither the sorted order nor, for a case-blind
-// sort, the byte order, so that only the combo box's own sorting gives kSortedNames.
-struct ProfileFile {
-    const char* file;
+// Every refusal shows its box and writes nothing. The row's shortcut, listed in ShortcutList,
+// is refused at the start, on the drop, or at Save after one Add.
+enum class When { Start, StartRestoreAll, Drop, Save };
+// What is taken away first; the shortcut leaves a folder in its place.
+enum Missing { kNothing, kParent, kProfileFiles, kShortcut };
+
+struct Refusal {
     const char* name;
-};
-const ProfileFile kProfiles[] = {
-    {"wheel.idprof", "Racing Wheel"},
-    {"stick.idprof", "arcade stick"},
-    {"yoke.idprof", "Flight Yoke"},
-};
-const std::vector<std::string> kSortedNames = {"arcade stick", "Flight Yoke", "Racing Wheel"};
-
-bool AddProfiles(CInstallation& installation)
-{
-    for (const ProfileFile& profile : kProfiles)
-        if (!installation.AddProfile(profile.file, profile.name))
-            return false;
-    return true;
-}
-
-TEST(Program, OpensOnItsProfilesWithNothingToEditAndEndsOnClose)
-{
-    CInstallation installation;
-    ASSERT_TRUE(installation.IsReady());
-    ASSERT_TRUE(installation.AddProgram());
-    ASSERT_TRUE(installation.AddParent());
-    ASSERT_TRUE(AddProfiles(installation));
-
-    CProgramRun run;
-    ASSERT_TRUE(run.Start(installation.Path("Linkwright.exe"), "", installation.Folder()));
-    const HWND dialog = run.WaitForWindow(kDialogTitle, kStartMs);
-    ASSERT_NE(dialog, nullptr) << "the dialog did not show";
-
-    const HWND combo = e2e::Item(dialog, IDC_PROFILE_COMBO);
-    ASSERT_NE(combo, nullptr);
-    EXPECT_EQ(e2e::ComboEntries(combo), kSortedNames);
-    EXPECT_EQ(e2e::ComboCurrent(combo), 0);
-
-    // Nothing loaded yet: every control that works on a shortcut is off.
-    for (int id : {IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDOK, IDC_RESTORE})
-        EXPECT_FALSE(e2e::IsItemEnabled(dialog, id)) << "control " << id;
-    EXPECT_FALSE(e2e::IsItemVisible(dialog, IDC_ENABLED_LABEL));
-    EXPECT_TRUE(e2e::IsItemEnabled(dialog, IDC_HELP_BUTTON));
-    EXPECT_TRUE(e2e::IsItemEnabled(dialog, IDCANCEL));
-    EXPECT_EQ(e2e::WindowText(e2e::Item(dialog, IDCANCEL)), "Close");
-
-    Sleep(500);   // let it finish painting before the picture is taken
-    EXPECT_TRUE(e2e::SaveWindowPicture(dialog, e2e::ArtifactFolder() + "\\linkwright-dialog.bmp"));
-
-    ASSERT_TRUE(e2e::Press(dialog, IDCANCEL));
-    EXPECT_TRUE(run.WaitForEnd(kEndMs)) << "Close did not end the program";
-}
-
-// A start-up that is refused shows one message box, owned by the dialog, and never the
-// dialog itself; -RestoreAll is not looked at then, so listed shortcuts stay as they are.
-struct RefusedStart {
-    const char* what;
-    bool parent;
-    bool profiles;
-    const char* arguments;
+    When when;
+    Missing missing;
+    Shortcut shortcut;   // paths in the installation; no target: a file that is no shortcut
     const char* caption;
     const char* text;
-    e2e::MessageIcon icon;
+    bool icon;
+    const char* shownName;
 };
 
-void PrintTo(const RefusedStart& row, std::ostream* out)
+class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refusal> {};
+
+TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
 {
-    *out << row.what;
+    const Refusal& row = GetParam();
+    const Shortcut shortcut{Path(row.shortcut.target), row.shortcut.arguments, Path(row.shortcut.folder)};
+    ASSERT_TRUE(row.shortcut.target.empty() ? WriteBytes(link, "not a shortcut") : WriteShortcut(link, shortcut));
+    ASSERT_TRUE(WriteBytes(Path("ShortcutList"), ListBytes({link})));
+    ASSERT_TRUE(row.missing != kParent || DeleteFileA(Path("Zelmar.exe").c_str()));
+    for (const auto& profile : kProfiles)
+        ASSERT_TRUE(row.missing != kProfileFiles || DeleteFileA(Path(std::string("Profiles\\") + profile[0]).c_str()));
+    const std::string before = ReadBytes(link);
+
+    Box box;
+    if (row.when == When::Start || row.when == When::StartRestoreAll) {
+        ASSERT_TRUE(run.Start(Path("Linkwright.exe"), row.when == When::Start ? "" : "-RestoreAll", folder));
+        box = Answer(row.caption);
+        EXPECT_EQ(run.WaitForWindow(kDialogTitle, 20000), nullptr) << "the dialog showed";
+        EXPECT_TRUE(run.WaitForEnd(0)) << "the program did not end after the message";
+    } else {
+        Start();
+        CDrag drag;
+        drag.Start(dialog, {link});
+        if (row.when == When::Save) {
+            ASSERT_TRUE(drag.Finish(20000, &effect) && WaitUntil([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke"));
+            ASSERT_TRUE(row.missing != kShortcut || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)));
+            ASSERT_TRUE(Press(dialog, IDOK));
+        }
+        box = Answer(row.caption);
+        EXPECT_TRUE(drag.Finish(20000, &effect));
+        ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }) && WaitIdle(dialog));
+        EXPECT_EQ(Name() + Controls(), row.shownName + std::string(row.when == When::Save ? kPicking : kEmpty));
+    }
+    EXPECT_EQ(box.caption + "|" + box.text, row.caption + std::string("|") + row.text);
+    EXPECT_EQ(box.icon, row.icon);
+    EXPECT_EQ(box.buttons, Names{"OK"});
+    EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")),
+              (row.missing == kShortcut ? "<missing>" : before) + ListBytes({link}));
 }
 
-const char kNotFoundText[] = "Linkwright could not find Zelmardeck. Please re-install Zelmardeck.";
-const char kNoProfilesText[] =
-    "Linkwright could not find any Zelmardeck profiles.\n"
-    "Create a profile for the intended application, and restart Linkwright";
+const char kEnhancedArgs[] = "profile=\"Racing Wheel\" target=\"C:\\Games\\race.exe\"";
+const Refusal kRefusals[] = {
+    {"NoParent", When::Start, kParent, {"Zelmar.exe", kEnhancedArgs}, "ZLD Not Found",
+     "Linkwright could not find Zelmardeck. Please re-install Zelmardeck.", true},
+    {"NoProfilesOnRestoreAll", When::StartRestoreAll, kProfileFiles, {"Zelmar.exe", kEnhancedArgs}, "No Profiles",
+     "Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended application, and "
+     "restart Linkwright", false},
+    {"ParentShortcut", When::Drop, kNothing, {"Zelmar.exe"}, "Zelmardeck Shortcut",
+     "This is a shortcut to Zelmardeck itself, and cannot be modified.", false, "Racer"},
+    {"ThisProgram", When::Drop, kNothing, {"Linkwright.exe"}, "Linkwright",
+     "This is a shortcut to this program, and cannot be modified.", false, "Racer"},
+    {"NoShortcut", When::Drop, kNothing, {}, "Load Failure",
+     "Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the target "
+     "program was not deleted or moved, and try again.", false, ""},
+    {"WriteError", When::Save, kShortcut, {"Games\\Racer.exe", "-fast", "Games"}, "Shortcut Write Error",
+     "There was an unknown problem while trying to modify this shortcut. Try again or modify the shortcut by hand.",
+     true, "Racer"},
+};
+const auto kRowName = [](const testing::TestParamInfo<Refusal>& row) { return std::string(row.param.name); };
+INSTANTIATE_TEST_SUITE_P(Program, RefusalTest, testing::ValuesIn(kRefusals), kRowName);
 
-class RefusedStartTest : public testing::TestWithParam<RefusedStart> {};
+// Characters outside the code page, and a line too long to be read back.
+const std::string kWorld = "\u03A9mega \u0142\u00F3d\u017A \u6E38";
+const Refusal kPendingRefusals[] = {
+    {"Characters", When::Drop, kNothing, {"Games\\Racer.exe", "-title " + kWorld + " -x", "Games\\" + kWorld},
+     "Unsupported Characters", "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.",
+     false, "Racer"},
+    {"TooLong", When::Save, kNothing, {"Games\\Racer.exe", "-x " + std::string(16297, 'a'), "Games"},
+     "Shortcut Too Long", "The enhanced shortcut would be too long to be restored. Remove a profile or shorten the "
+     "shortcut's arguments.", false, "Racer"},
+};
+INSTANTIATE_TEST_SUITE_P(Pending_Refusals, RefusalTest, testing::ValuesIn(kPendingRefusals), kRowName);
 
-TEST_P(RefusedStartTest, ShowsItsMessageAndNeverTheDialog)
+// Other quote characters, a read-only shortcut, and the saved shortcut started through the
+// shell: the parent gets exactly the line that was saved.
+TEST_F(ProgramTest, ReadOnlyShortcutWithOtherQuotesStartsTheParent)
 {
-    const RefusedStart& row = GetParam();
-    CInstallation installation;
-    ASSERT_TRUE(installation.IsReady());
-    ASSERT_TRUE(installation.AddProgram());
-    if (row.parent) {
-        ASSERT_TRUE(installation.AddParent());
-    }
-    ASSERT_TRUE(installation.AddFolder("Profiles"));
-    if (row.profiles) {
-        ASSERT_TRUE(AddProfiles(installation));
-    }
-    ASSERT_TRUE(installation.AddGame("Game.exe"));
-    e2e::ShortcutFacts enhanced;
-    enhanced.target = installation.Path("Zelmar.exe");
-    enhanced.arguments = "profile=\"Racing Wheel\" target=\"" + installation.Path("Game.exe") + "\"";
-    ASSERT_EQ(e2e::WriteShortcut(installation.Path("Game.lnk"), enhanced), S_OK);
-    const std::string list = e2e::ShortcutListBytes({installation.Path("Game.lnk")});
-    ASSERT_TRUE(installation.WriteFile("ShortcutList", list));
+    ASSERT_TRUE(WriteBytes(Path("QuoteChars.txt"), "LeftArgQuote={\r\nRightArgQuote=}\r\n"));
+    game.readOnly = true;
+    ASSERT_TRUE(WriteShortcut(link, game));
+    Start();
+    ASSERT_TRUE(Drop({link}, [&] { return Enabled(IDC_ADD); }));
+    ASSERT_TRUE(Add("Flight Yoke") && Save());
+    const std::string line = "profile=\"Flight Yoke\" target=" + Quoted(game.target) + " targetDir="
+                             + Quoted(game.folder) + " args=\"-map {C:\\My Maps\\one.map} -fast\"";
+    EXPECT_EQ(ReadShortcut(link), Describe({Path("Zelmar.exe"), line, folder, game.icon}));   // and not read-only
 
-    CProgramRun run;
-    ASSERT_TRUE(run.Start(installation.Path("Linkwright.exe"), row.arguments, installation.Folder()));
-    const HWND box = run.WaitForWindow(row.caption, kStartMs);
-    ASSERT_NE(box, nullptr) << "no message box \"" << row.caption << "\"";
-    e2e::MessageBoxFacts facts;
-    ASSERT_TRUE(e2e::ReadMessageBox(box, &facts));
-    EXPECT_EQ(facts.text, row.text);
-    EXPECT_STREQ(e2e::MessageIconName(facts.icon), e2e::MessageIconName(row.icon));
-    EXPECT_EQ(facts.buttons, std::vector<std::string>{"OK"});
-    const HWND owner = GetWindow(box, GW_OWNER);
-    EXPECT_EQ(e2e::WindowText(owner), kDialogTitle) << "the box is not owned by the dialog";
-
-    ASSERT_TRUE(e2e::Press(box, IDOK));
-    bool ended = false;
-    const std::vector<std::string> shown = TitlesShownUntilEnd(run, kEndMs, &ended);
-    EXPECT_TRUE(ended) << "the program did not end after the message";
-    EXPECT_FALSE(Contains(shown, kDialogTitle)) << "the dialog showed";
-
-    EXPECT_TRUE(installation.Exists("ShortcutList"));
-    e2e::ShortcutFacts after;
-    ASSERT_EQ(e2e::ReadShortcut(installation.Path("Game.lnk"), &after), S_OK);
-    EXPECT_EQ(after.target, enhanced.target);
-    EXPECT_EQ(after.arguments, enhanced.arguments);
+    ASSERT_GT(INT_PTR(ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL)), 32);
+    ASSERT_TRUE(WaitUntil([&] { return ReadBytes(Path("Zelmar.log")).find("\r\n") != std::string::npos; }));
+    EXPECT_NE(ReadBytes(Path("Zelmar.log")).find(" " + line + "\r\n"), std::string::npos) << ReadBytes(Path("Zelmar.log"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Program, RefusedStartTest,
-    testing::Values(
-        RefusedStart{"NoParent", false, true, "", "ZLD Not Found", kNotFoundText, e2e::MessageIcon::Exclamation},
-        RefusedStart{"NoParentRestoreAll", false, true, "-RestoreAll", "ZLD Not Found", kNotFoundText,
-                     e2e::MessageIcon::Exclamation},
-        RefusedStart{"NoProfiles", true, false, "", "No Profiles", kNoProfilesText, e2e::MessageIcon::None},
-        RefusedStart{"NoProfilesRestoreAll", true, false, "-RestoreAll", "No Profiles", kNoProfilesText,
-                     e2e::MessageIcon::None}),
-    [](const testing::TestParamInfo<RefusedStart>& row) { return std::string(row.param.what); });
-
-TEST(Program, RestoreAllPutsListedShortcutsBackWithoutAWindow)
+// Restore-all goes by the list alone and shows no window: listed enhanced shortcuts come back,
+// read-only ones too; a listed plain one and an unlisted enhanced one stay; both list files go.
+TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
 {
-    CInstallation installation;
-    ASSERT_TRUE(installation.IsReady());
-    ASSERT_TRUE(installation.AddProgram());
-    ASSERT_TRUE(installation.AddParent());
-    ASSERT_TRUE(AddProfiles(installation));
-    ASSERT_TRUE(installation.AddFolder("Games"));
-    ASSERT_TRUE(installation.AddGame("Games\\Racer.exe"));
-    ASSERT_TRUE(installation.AddFolder("Links"));
-    const std::string parent = installation.Path("Zelmar.exe");
-    const std::string game = installation.Path("Games\\Racer.exe");
-    const std::string games = installation.Path("Games");
+    const std::string parent = Path("Zelmar.exe");
+    const std::string bare = "profile=\"Racing Wheel\" target=" + Quoted(game.target);
+    const std::string full = "profile=\"Arcade Stick\" profile=\"Flight Yoke\" target=" + Quoted(game.target)
+                             + " targetDir=" + Quoted(game.folder) + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
+    const struct {
+        const char* file;
+        Shortcut before, after;
+    } rows[] = {
+        {"Full.lnk", {parent, full, folder, game.icon, 0, true}, game},
+        // With no icon of its own, the shell names the target it was read with.
+        {"Bare.lnk", {parent, bare}, {game.target, "", "", parent}},
+        {"Plain.lnk", {game.target, "-x \"1\"", game.folder}, {game.target, "-x \"1\"", game.folder}},
+        {"Unlisted.lnk", {parent, bare}, {parent, bare}},
+    };
+    for (const auto& row : rows)
+        ASSERT_TRUE(WriteShortcut(Path(row.file), row.before));
+    ASSERT_TRUE(WriteBytes(Path("ShortcutList"), ListBytes({Path("Full.lnk"), Path("Gone.lnk"), Path("Bare.lnk"), Path("Plain.lnk")})));
+    ASSERT_TRUE(WriteBytes(Path("ShortcutList.txt"), "4 Shortcuts currently modified."));
 
-    // Enhanced with everything, read-only; its own arguments held a quoted path.
-    e2e::ShortcutFacts full;
-    full.target = parent;
-    full.arguments = "profile=\"arcade stick\" profile=\"Flight Yoke\" target=\"" + game + "\" targetDir=\"" + games
-                     + "\" args=\"-map [C:\\My Maps\\one.map] -fast\"";
-    full.workDir = installation.Folder();
-    full.iconPath = game;
-    full.readOnly = true;
-    // Enhanced with a target and a profile only, and no icon location of its own.
-    e2e::ShortcutFacts bare;
-    bare.target = parent;
-    bare.arguments = "profile=\"Racing Wheel\" target=\"" + game + "\"";
-    // Listed, but put back by hand since: a plain shortcut, left alone.
-    e2e::ShortcutFacts plain;
-    plain.target = game;
-    plain.arguments = "-x \"1\"";
-    plain.workDir = games;
-    plain.iconPath = game;
-    // Enhanced, but not in the list: the run goes by the list only.
-    e2e::ShortcutFacts unlisted = bare;
+    ASSERT_TRUE(run.Start(Path("Linkwright.exe"), "-restoreall", folder));
+    EXPECT_EQ(run.WaitForWindow("", 30000), nullptr) << "a window showed";
+    ASSERT_TRUE(run.WaitForEnd(0)) << "the run did not end";
+    for (const auto& row : rows)
+        EXPECT_EQ(ReadShortcut(Path(row.file)), Describe(row.after)) << row.file;
+    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")) + ReadBytes(Path("Gone.lnk")),
+              "<missing><missing><missing>");
+}
 
-    const std::string fullLink = installation.Path("Links\\Full.lnk");
-    const std::string bareLink = installation.Path("Links\\Bare.lnk");
-    const std::string plainLink = installation.Path("Links\\Plain.lnk");
-    const std::string unlistedLink = installation.Path("Links\\Unlisted.lnk");
-    ASSERT_EQ(e2e::WriteShortcut(fullLink, full), S_OK);
-    ASSERT_EQ(e2e::WriteShortcut(bareLink, bare), S_OK);
-    ASSERT_EQ(e2e::WriteShortcut(plainLink, plain), S_OK);
-    ASSERT_EQ(e2e::WriteShortcut(unlistedLink, unlisted), S_OK);
-    const std::string list = e2e::ShortcutListBytes(
-        {bareLink, fullLink, installation.Path("Links\\Gone.lnk"), plainLink});
-    ASSERT_TRUE(installation.WriteFile("ShortcutList", list));
-    ASSERT_TRUE(installation.WriteFile("ShortcutList.txt", "4 Shortcuts currently modified."));
-    e2e::ShortcutFacts plainBefore;
-    ASSERT_EQ(e2e::ReadShortcut(plainLink, &plainBefore), S_OK);
-
-    CProgramRun run;
-    ASSERT_TRUE(run.Start(installation.Path("Linkwright.exe"), "-restoreall", installation.Folder()));
-    bool ended = false;
-    const std::vector<std::string> shown = TitlesShownUntilEnd(run, kStartMs, &ended);
-    ASSERT_TRUE(ended) << "the restore-all run did not end";
-    EXPECT_TRUE(shown.empty()) << "a window showed: " << shown.front();
-
-    e2e::ShortcutFacts after;
-    ASSERT_EQ(e2e::ReadShortcut(fullLink, &after), S_OK);
-    EXPECT_EQ(after.target, game);
-    EXPECT_EQ(after.arguments, "-map \"C:\\My Maps\\one.map\" -fast");
-    EXPECT_EQ(after.workDir, games);
-    EXPECT_FALSE(after.readOnly);
-
-    ASSERT_EQ(e2e::ReadShortcut(bareLink, &after), S_OK);
-    EXPECT_EQ(after.target, game);
-    EXPECT_EQ(after.arguments, "");
-    EXPECT_EQ(after.workDir, "");
-
-    ASSERT_EQ(e2e::ReadShortcut(plainLink, &after), S_OK);
-    EXPECT_EQ(after.target, plainBefore.target);
-    EXPECT_EQ(after.arguments, plainBefore.arguments);
-    EXPECT_EQ(after.workDir, plainBefore.workDir);
-
-    ASSERT_EQ(e2e::ReadShortcut(unlistedLink, &after), S_OK);
-    EXPECT_EQ(after.target, parent);
-    EXPECT_EQ(after.arguments, unlisted.arguments);
-
-    EXPECT_FALSE(installation.Exists("ShortcutList"));
-    EXPECT_FALSE(installation.Exists("ShortcutList.txt"));
-    EXPECT_FALSE(installation.Exists("Links\\Gone.lnk"));
+// A tip shows for the control under a resting pointer, disabled or not, and a combo box's
+// edit part counts as the combo box; the texts are the program's own strings.
+TEST_F(ProgramTest, Pending_TipsShowOverDisabledControlsAndTheComboEdit)
+{
+    Start();
+    const HMODULE program = LoadLibraryExA(Path("Linkwright.exe").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    for (int id : {IDOK, IDC_PROFILE_COMBO}) {
+        ASSERT_TRUE(id == IDOK || Drop({link}, [&] { return Enabled(IDC_ADD); }));
+        char text[1024] = {};
+        LoadStringA(program, id, text, sizeof(text));
+        RECT rect{};
+        GetWindowRect(Control(id), &rect);
+        ASSERT_TRUE(RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2}));
+        const HWND tip = run.WaitForWindow(text, 5000, "tooltips_class32");
+        EXPECT_NE(tip, nullptr) << "no tip \"" << text << "\" for " << id;
+    }
+    FreeLibrary(program);
 }
 
 }  // namespace
+}  // namespace e2e

@@ -4,11 +4,11 @@
 # through the shell under Wine. Everything is made anew on each run; nothing of it is
 # committed.
 #
-# usage: make-sample.sh SAMPLE_DIR LINKWRIGHT_EXE ZELMAR_EXE MAKE_PROFILE_EXE MAKE_SHORTCUT_EXE
+# usage: make-sample.sh SAMPLE_DIR LINKWRIGHT_EXE ZELMAR_EXE MAKE_PROFILE_EXE SAMPLE_TOOL_EXE
 # WINEPREFIX names the prefix to work in (the build's own).
 set -euo pipefail
 
-sample="$1" linkwright="$2" zelmar="$3" make_profile="$4" make_shortcut="$5"
+sample="$1" linkwright="$2" zelmar="$3" make_profile="$4" sample_tool="$5"
 wine_run="$(cd "$(dirname "$0")/../../scripts" && pwd)/wine-run.sh"
 
 # The Windows path of a host path, as programs see it under Wine.
@@ -30,14 +30,14 @@ profile pad2.idprof "Arcade Pad - Player 2"
 
 games="$(winpath "$sample/Games")"
 links="$sample/Shortcuts"
+# shortcut NAME TARGET ARGUMENTS FOLDER ICON READONLY(0|1), written through the shell.
+shortcut() { "$wine_run" "$sample_tool" shortcut "$(winpath "$links/$1")" "${@:2}"; }
 # A game with quoted arguments, a working folder and an icon of its own.
-"$wine_run" "$make_shortcut" "$(winpath "$links/Racer.lnk")" "$games\\Racer.exe" \
-  -args '-config "C:\My Files\racer.cfg" -windowed' -dir "$games" \
-  -icon 'C:\windows\notepad.exe' -index 0
+shortcut Racer.lnk "$games\\Racer.exe" '-config "C:\My Files\racer.cfg" -windowed' "$games" \
+  'C:\windows\notepad.exe' 0
 # A program with no icon location: the icon comes from the target.
-"$wine_run" "$make_shortcut" "$(winpath "$links/Notepad.lnk")" 'C:\windows\notepad.exe'
+shortcut Notepad.lnk 'C:\windows\notepad.exe' '' '' '' 0
 # A read-only shortcut: Linkwright clears the bit when it loads it.
-"$wine_run" "$make_shortcut" "$(winpath "$links/Flight (read-only).lnk")" "$games\\Flight.exe" \
-  -args '-joystick' -dir "$games" -readonly
+shortcut "Flight (read-only).lnk" "$games\\Flight.exe" -joystick "$games" '' 1
 
 echo "Sample installation: $sample"
