@@ -32,6 +32,12 @@ HWND AsWindow(void* window)
     return static_cast<HWND>(window);
 }
 
+template <class T>
+LPARAM Pointer(T* pointer)
+{
+    return reinterpret_cast<LPARAM>(pointer);
+}
+
 // Centres the dialog over its owner, or over the work area of its monitor when it has
 // none, as the templates leave the position at 0, 0 for the framework to choose.
 void CentreWindow(HWND window)
@@ -76,6 +82,87 @@ void ReadGrowing(CTextString& text, Fill fill)
         FreeBlock(buffer);
     }
     text.Assign("");
+}
+
+// ---- tool tips ----
+//
+// The tool tip holds one tool at most: the window of the control under the pointer, found
+// among the dialog's direct children by position, disabled or not, so that a combo box's
+// edit part counts as the combo box. The dialog hands it every mouse message over itself
+// and its controls; when the pointer comes onto another control the tool is made anew, so
+// the tip of the control left goes and the new one's shows after the usual delay.
+
+HWND ToolTipOf(HWND dialog)
+{
+    return static_cast<HWND>(GetPropA(dialog, ToolTipProperty));
+}
+
+// The control under a point of the screen; the dialog itself where there is none, and
+// null outside its client area.
+HWND ControlAt(HWND dialog, POINT screen)
+{
+    POINT client = screen;
+    ScreenToClient(dialog, &client);
+    return ChildWindowFromPointEx(dialog, client, CWP_SKIPINVISIBLE);
+}
+
+TOOLINFOA ToolFor(HWND dialog, HWND control)
+{
+    TOOLINFOA tool = {};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = dialog;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = LPSTR_TEXTCALLBACKA;
+    return tool;
+}
+
+void RelayToToolTip(HWND dialog, UINT message)
+{
+    HWND tip = ToolTipOf(dialog);
+    POINT screen;
+    if (!tip || message < WM_MOUSEFIRST || message > WM_MOUSELAST || !GetCursorPos(&screen))
+        return;
+    HWND control = ControlAt(dialog, screen);
+    if (control == dialog)
+        control = nullptr;
+    TOOLINFOA held = ToolFor(dialog, nullptr);
+    bool holds = SendMessageA(tip, TTM_ENUMTOOLSA, 0, Pointer(&held)) != 0;
+    if (holds && reinterpret_cast<HWND>(held.uId) != control)
+        SendMessageA(tip, TTM_DELTOOLA, 0, Pointer(&held));
+    if (!control)
+        return;
+    if (!holds || reinterpret_cast<HWND>(held.uId) != control) {
+        TOOLINFOA tool = ToolFor(dialog, control);
+        SendMessageA(tip, TTM_ADDTOOLA, 0, Pointer(&tool));
+    }
+    POINT local = screen;
+    ScreenToClient(control, &local);
+    MSG relayed = {};
+    relayed.hwnd = control;
+    relayed.message = message;
+    relayed.lParam = MAKELPARAM(local.x, local.y);
+    relayed.time = static_cast<DWORD>(GetMessageTime());
+    relayed.pt = screen;
+    SendMessageA(tip, TTM_RELAYEVENT, 0, Pointer(&relayed));
+}
+
+// Before it shows a tip, and while it shows one, the tool tip asks which window is under
+// the pointer. Over the dialog the answer is the control found as above: WindowFromPoint
+// passes over a disabled control and answers a combo box's edit part.
+LRESULT CALLBACK ToolTipProcedure(HWND tip, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR data)
+{
+    if (message == TTM_WINDOWFROMPOINT) {
+        HWND dialog = reinterpret_cast<HWND>(data);
+        POINT screen = *reinterpret_cast<const POINT*>(lParam);
+        HWND under = WindowFromPoint(screen);
+        if (under == dialog || IsChild(dialog, under))
+            return reinterpret_cast<LRESULT>(ControlAt(dialog, screen));
+        return reinterpret_cast<LRESULT>(under);
+    }
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(tip, ToolTipProcedure, 0);
+    return DefSubclassProc(tip, message, wParam, lParam);
 }
 
 }   // namespace
@@ -146,6 +233,11 @@ INT_PTR CDialogRouter::Dispatch(CDialog& dialog, HWND window, UINT message, WPAR
         // refused start shows nothing but its message.
         if (GetPropA(window, EndedProperty))
             reinterpret_cast<WINDOWPOS*>(lParam)->flags &= ~SWP_SHOWWINDOW;
+        return FALSE;
+    case WM_SETCURSOR:
+        // Comes with every mouse message over the dialog: a control hands it to its
+        // parent first, and over a disabled control it comes to the dialog.
+        RelayToToolTip(window, HIWORD(lParam));
         return FALSE;
     case WM_APP:
         dialog.OnAppMessage();
@@ -257,12 +349,6 @@ LRESULT SendItem(void* window, int id, UINT message, WPARAM wParam, LPARAM lPara
 {
     HWND control = Item(window, id);
     return control ? SendMessageA(control, message, wParam, lParam) : missing;
-}
-
-template <class T>
-LPARAM Pointer(T* pointer)
-{
-    return reinterpret_cast<LPARAM>(pointer);
 }
 
 }   // namespace
@@ -443,36 +529,28 @@ void CDialog::Redraw()
         RedrawWindow(AsWindow(window), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 }
 
-// One tool per direct child of the dialog, named by its window; the tool tip subclasses
-// each control to see the mouse and asks the dialog for the text (TTN_NEEDTEXTA) each
-// time it shows. Disabled controls get no mouse messages, so they show no tip.
+// The tool tip control of the dialog, with the tool of the control under the pointer
+// made as the pointer moves (above); it asks the dialog for the text (TTN_NEEDTEXTA)
+// each time it shows.
 bool CDialog::EnableToolTips()
 {
     if (!window)
         return false;
     HWND dialog = AsWindow(window);
-    if (GetPropA(dialog, ToolTipProperty))
+    if (ToolTipOf(dialog))
         return true;
     HWND tip = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ModuleInstance(), nullptr);
     if (!tip)
         return false;
     SetPropA(dialog, ToolTipProperty, tip);
-    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        TOOLINFOA tool = {};
-        tool.cbSize = TTTOOLINFOA_V2_SIZE;
-        tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-        tool.hwnd = dialog;
-        tool.uId = reinterpret_cast<UINT_PTR>(child);
-        tool.lpszText = LPSTR_TEXTCALLBACKA;
-        SendMessageA(tip, TTM_ADDTOOLA, 0, Pointer(&tool));
-    }
+    SetWindowSubclass(tip, ToolTipProcedure, 0, reinterpret_cast<DWORD_PTR>(dialog));
     return true;
 }
 
 void CDialog::SetToolTipLimits(int maxWidth, int autoPopMilliseconds)
 {
-    HWND tip = window ? static_cast<HWND>(GetPropA(AsWindow(window), ToolTipProperty)) : nullptr;
+    HWND tip = window ? ToolTipOf(AsWindow(window)) : nullptr;
     if (!tip)
         return;
     SendMessageA(tip, TTM_SETMAXTIPWIDTH, 0, maxWidth);
