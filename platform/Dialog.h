@@ -51,9 +51,8 @@ public:
     void DrawIconSized(int x, int y, IconHandle icon, int width, int height);         // DrawIconEx, DI_NORMAL
 
 private:
-    CDialog& dialog;
+    // The backend's record of the painting, owned by it; null when nothing is painted.
     void* context;
-    void* paint;
 };
 
 // The device context a control's colours are asked for with (OnCtlColor).

@@ -491,7 +491,8 @@ void CDialog::SetToolTipLimits(int maxWidth, int autoPopMilliseconds)
 
 // ---- drawing ----
 
-CPaintContext::CPaintContext(CDialog& dialog_) : dialog(dialog_), context(dialog_.Handle()), paint(nullptr)
+// The model's record of a painting is the window painted.
+CPaintContext::CPaintContext(CDialog& dialog) : context(dialog.Handle())
 {
     if (context) {
         ++WindowOf(context)->paintContextsOpen;

@@ -559,43 +559,61 @@ void CDialog::SetToolTipLimits(int maxWidth, int autoPopMilliseconds)
 
 // ---- painting ----
 
-// The PAINTSTRUCT lives in a block of its own; without one nothing is painted and the
+namespace {
+
+// What EndPaint needs: the window and its PAINTSTRUCT, whose hdc is drawn on.
+struct CPaintRecord {
+    HWND window;
+    PAINTSTRUCT paint;
+};
+
+HDC PaintDC(void* context)
+{
+    return context ? static_cast<CPaintRecord*>(context)->paint.hdc : nullptr;
+}
+
+}   // namespace
+
+// The record lives in a block of its own; without one nothing is painted and the
 // default painting that follows validates the window.
-CPaintContext::CPaintContext(CDialog& dialog_) : dialog(dialog_), context(nullptr), paint(nullptr)
+CPaintContext::CPaintContext(CDialog& dialog) : context(nullptr)
 {
     if (!dialog.Handle())
         return;
-    PAINTSTRUCT* record = static_cast<PAINTSTRUCT*>(AllocateBlock(sizeof(PAINTSTRUCT)));
+    CPaintRecord* record = static_cast<CPaintRecord*>(AllocateBlock(sizeof(CPaintRecord)));
     if (!record)
         return;
-    paint = record;
-    context = BeginPaint(AsWindow(dialog.Handle()), record);
+    record->window = AsWindow(dialog.Handle());
+    BeginPaint(record->window, &record->paint);
+    context = record;
 }
 
 CPaintContext::~CPaintContext()
 {
-    if (!paint)
+    if (!context)
         return;
-    EndPaint(AsWindow(dialog.Handle()), static_cast<PAINTSTRUCT*>(paint));
-    FreeBlock(paint);
+    CPaintRecord* record = static_cast<CPaintRecord*>(context);
+    EndPaint(record->window, &record->paint);
+    FreeBlock(record);
 }
 
 void CPaintContext::EraseIconBackground()
 {
     if (context)
-        SendMessageA(AsWindow(dialog.Handle()), WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(context), 0);
+        SendMessageA(static_cast<CPaintRecord*>(context)->window, WM_ICONERASEBKGND,
+                     reinterpret_cast<WPARAM>(PaintDC(context)), 0);
 }
 
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon)
 {
     if (context)
-        DrawIcon(static_cast<HDC>(context), x, y, static_cast<HICON>(icon));
+        DrawIcon(PaintDC(context), x, y, static_cast<HICON>(icon));
 }
 
 void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int width, int height)
 {
     if (context)
-        DrawIconEx(static_cast<HDC>(context), x, y, static_cast<HICON>(icon), width, height, 0, nullptr, DI_NORMAL);
+        DrawIconEx(PaintDC(context), x, y, static_cast<HICON>(icon), width, height, 0, nullptr, DI_NORMAL);
 }
 
 void CColourContext::SetTextColour(std::uint32_t colour)
