@@ -137,7 +137,8 @@ public:
     int ClientHeight() const;
     void Redraw();   // RedrawWindow: invalidate, erase, update now
 
-    // Tool tips for every control of the dialog, texts asked of OnNeedText.
+    // Tool tips for every control of the dialog, enabled or not, texts asked of OnNeedText
+    // with the control's id.
     bool EnableToolTips();
     // On the tool tip control of the dialog, if there is one: maximum width in pixels,
     // and how long a tip stays (TTDT_AUTOPOP) in milliseconds.
