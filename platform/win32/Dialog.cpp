@@ -123,7 +123,8 @@ void RelayToToolTip(HWND dialog, UINT message)
     POINT screen;
     if (!tip || message < WM_MOUSEFIRST || message > WM_MOUSELAST || !GetCursorPos(&screen))
         return;
-    HWND control = ControlAt(dialog, screen);
+    // While a message box of its own is open the dialog is disabled and shows no tips.
+    HWND control = IsWindowEnabled(dialog) ? ControlAt(dialog, screen) : nullptr;
     if (control == dialog)
         control = nullptr;
     TOOLINFOA held = ToolFor(dialog, nullptr);
