@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds both builds and runs every test: the native suite (with sanitizers), then the
 # same suite cross-compiled for Windows and run under Wine, with the checks of the real
-# program. Exits non-zero on any failure.
+# program and of the release archive. Last, the native build is made once more with clang,
+# only to see it build without a warning. Exits non-zero on any failure.
 set -uo pipefail
 cd "$(dirname "$0")"
 
@@ -24,6 +25,13 @@ for kind in native windows; do
   [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
   summary+=("$kind: $(grep -E 'tests passed|tests failed' "$log" | tail -1)")
 done
+
+echo "=== clang build"
+if scripts/build.sh clang; then
+  summary+=("clang: built without warnings")
+else
+  summary+=("clang: build failed"); status=1
+fi
 
 echo "=== summary"
 printf '%s\n' "${summary[@]}"

@@ -20,19 +20,7 @@ CProfileEntry::~CProfileEntry()
 }
 
 CEventProfile::CEventProfile()
-    : firstWord(0),
-      firstPairs{{5, 15}, {5, 15}},
-      shortWords{0, 0, 0},
-      secondPairs{{0, 0}, {0, 0}, {0, 0}},
-      shortTriples{{11, 0, 0}, {11, 0, 0}, {11, 0, 0}},
-      byteValue(0),
-      signedWord(-1),
-      tailWords{0, 0},
-      typeTag("EventProfile"),
-      firstText(0),
-      secondText(0),
-      finalByte(0),
-      finalWord(1)
+    : typeTag("EventProfile"), firstText(0), secondText(0)
 {
 }
 

@@ -4,8 +4,9 @@
 //   group 1, child 0: the type text "EventProfile", exactly;
 //   group 3, child 0: the display name.
 // Everything else in the file belongs to the program that writes profiles and is passed
-// over. The other members only show what a whole profile holds; nothing here reads or
-// changes them.
+// over. Of the rest of a whole profile only the parts that own memory are members here,
+// the two lists of entries and the two texts: nothing fills them, and the destructor gives
+// them back.
 
 #include <cstdint>
 
@@ -58,17 +59,7 @@ public:
 private:
     CChain<CProfileEntry> firstEntries;
     CChain<CProfileEntry> secondEntries;
-    std::uint32_t firstWord;
-    std::uint32_t firstPairs[2][2];
-    std::uint16_t shortWords[3];
-    std::uint32_t secondPairs[3][2];
-    std::uint16_t shortTriples[3][3];
-    std::uint8_t byteValue;
-    std::int32_t signedWord;
-    std::uint32_t tailWords[2];
     CTextString typeTag;
     CTextString firstText;
     CTextString secondText;
-    std::uint8_t finalByte;
-    std::uint32_t finalWord;
 };

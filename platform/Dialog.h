@@ -51,9 +51,8 @@ public:
     void DrawIconSized(int x, int y, IconHandle icon, int width, int height);         // DrawIconEx, DI_NORMAL
 
 private:
-    CDialog& dialog;
+    // The backend's record of the painting, owned by it; null when nothing is painted.
     void* context;
-    void* paint;
 };
 
 // The device context a control's colours are asked for with (OnCtlColor).
@@ -138,7 +137,8 @@ public:
     int ClientHeight() const;
     void Redraw();   // RedrawWindow: invalidate, erase, update now
 
-    // Tool tips for every control of the dialog, texts asked of OnNeedText.
+    // Tool tips for every control of the dialog, enabled or not, texts asked of OnNeedText
+    // with the control's id.
     bool EnableToolTips();
     // On the tool tip control of the dialog, if there is one: maximum width in pixels,
     // and how long a tip stays (TTDT_AUTOPOP) in milliseconds.

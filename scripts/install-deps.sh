@@ -5,6 +5,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ libgtest-dev libbenchmark-dev   # native build and tests
+  clang                                                 # the native build with a second compiler
   g++-mingw-w64-x86-64-posix                            # the Windows build
   wine wine64 xvfb xdotool imagemagick                  # running it under Wine
 )

@@ -198,7 +198,7 @@ void CDialog::Redraw() { Log("Redraw"); }
 bool CDialog::EnableToolTips() { return Log("EnableToolTips"), true; }
 void CDialog::SetToolTipLimits(int maxWidth, int autoPop) { Log("SetToolTipLimits", maxWidth, autoPop); }
 
-CPaintContext::CPaintContext(CDialog& dialog_) : dialog(dialog_), context(nullptr), paint(nullptr) {}
+CPaintContext::CPaintContext(CDialog& dialog) : context(dialog.Handle()) {}
 CPaintContext::~CPaintContext() {}
 void CPaintContext::EraseIconBackground() { Log("EraseIconBackground"); }
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon) { Log("DrawIconAt", x, y, icon); }

@@ -32,6 +32,12 @@ HWND AsWindow(void* window)
     return static_cast<HWND>(window);
 }
 
+template <class T>
+LPARAM Pointer(T* pointer)
+{
+    return reinterpret_cast<LPARAM>(pointer);
+}
+
 // Centres the dialog over its owner, or over the work area of its monitor when it has
 // none, as the templates leave the position at 0, 0 for the framework to choose.
 void CentreWindow(HWND window)
@@ -76,6 +82,88 @@ void ReadGrowing(CTextString& text, Fill fill)
         FreeBlock(buffer);
     }
     text.Assign("");
+}
+
+// ---- tool tips ----
+//
+// The tool tip holds one tool at most: the window of the control under the pointer, found
+// among the dialog's direct children by position, disabled or not, so that a combo box's
+// edit part counts as the combo box. The dialog hands it every mouse message over itself
+// and its controls; when the pointer comes onto another control the tool is made anew, so
+// the tip of the control left goes and the new one's shows after the usual delay.
+
+HWND ToolTipOf(HWND dialog)
+{
+    return static_cast<HWND>(GetPropA(dialog, ToolTipProperty));
+}
+
+// The control under a point of the screen; the dialog itself where there is none, and
+// null outside its client area.
+HWND ControlAt(HWND dialog, POINT screen)
+{
+    POINT client = screen;
+    ScreenToClient(dialog, &client);
+    return ChildWindowFromPointEx(dialog, client, CWP_SKIPINVISIBLE);
+}
+
+TOOLINFOA ToolFor(HWND dialog, HWND control)
+{
+    TOOLINFOA tool = {};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND;
+    tool.hwnd = dialog;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = LPSTR_TEXTCALLBACKA;
+    return tool;
+}
+
+void RelayToToolTip(HWND dialog, UINT message)
+{
+    HWND tip = ToolTipOf(dialog);
+    POINT screen;
+    if (!tip || message < WM_MOUSEFIRST || message > WM_MOUSELAST || !GetCursorPos(&screen))
+        return;
+    // While a message box of its own is open the dialog is disabled and shows no tips.
+    HWND control = IsWindowEnabled(dialog) ? ControlAt(dialog, screen) : nullptr;
+    if (control == dialog)
+        control = nullptr;
+    TOOLINFOA held = ToolFor(dialog, nullptr);
+    bool holds = SendMessageA(tip, TTM_ENUMTOOLSA, 0, Pointer(&held)) != 0;
+    if (holds && reinterpret_cast<HWND>(held.uId) != control)
+        SendMessageA(tip, TTM_DELTOOLA, 0, Pointer(&held));
+    if (!control)
+        return;
+    if (!holds || reinterpret_cast<HWND>(held.uId) != control) {
+        TOOLINFOA tool = ToolFor(dialog, control);
+        SendMessageA(tip, TTM_ADDTOOLA, 0, Pointer(&tool));
+    }
+    POINT local = screen;
+    ScreenToClient(control, &local);
+    MSG relayed = {};
+    relayed.hwnd = control;
+    relayed.message = message;
+    relayed.lParam = MAKELPARAM(local.x, local.y);
+    relayed.time = static_cast<DWORD>(GetMessageTime());
+    relayed.pt = screen;
+    SendMessageA(tip, TTM_RELAYEVENT, 0, Pointer(&relayed));
+}
+
+// Before it shows a tip, and while it shows one, the tool tip asks which window is under
+// the pointer. Over the dialog the answer is the control found as above: WindowFromPoint
+// passes over a disabled control and answers a combo box's edit part.
+LRESULT CALLBACK ToolTipProcedure(HWND tip, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR data)
+{
+    if (message == TTM_WINDOWFROMPOINT) {
+        HWND dialog = reinterpret_cast<HWND>(data);
+        POINT screen = *reinterpret_cast<const POINT*>(lParam);
+        HWND under = WindowFromPoint(screen);
+        if (under == dialog || IsChild(dialog, under))
+            return reinterpret_cast<LRESULT>(ControlAt(dialog, screen));
+        return reinterpret_cast<LRESULT>(under);
+    }
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(tip, ToolTipProcedure, 0);
+    return DefSubclassProc(tip, message, wParam, lParam);
 }
 
 }   // namespace
@@ -146,6 +234,11 @@ INT_PTR CDialogRouter::Dispatch(CDialog& dialog, HWND window, UINT message, WPAR
         // refused start shows nothing but its message.
         if (GetPropA(window, EndedProperty))
             reinterpret_cast<WINDOWPOS*>(lParam)->flags &= ~SWP_SHOWWINDOW;
+        return FALSE;
+    case WM_SETCURSOR:
+        // Comes with every mouse message over the dialog: a control hands it to its
+        // parent first, and over a disabled control it comes to the dialog.
+        RelayToToolTip(window, HIWORD(lParam));
         return FALSE;
     case WM_APP:
         dialog.OnAppMessage();
@@ -257,12 +350,6 @@ LRESULT SendItem(void* window, int id, UINT message, WPARAM wParam, LPARAM lPara
 {
     HWND control = Item(window, id);
     return control ? SendMessageA(control, message, wParam, lParam) : missing;
-}
-
-template <class T>
-LPARAM Pointer(T* pointer)
-{
-    return reinterpret_cast<LPARAM>(pointer);
 }
 
 }   // namespace
@@ -443,36 +530,28 @@ void CDialog::Redraw()
         RedrawWindow(AsWindow(window), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 }
 
-// One tool per direct child of the dialog, named by its window; the tool tip subclasses
-// each control to see the mouse and asks the dialog for the text (TTN_NEEDTEXTA) each
-// time it shows. Disabled controls get no mouse messages, so they show no tip.
+// The tool tip control of the dialog, with the tool of the control under the pointer
+// made as the pointer moves (above); it asks the dialog for the text (TTN_NEEDTEXTA)
+// each time it shows.
 bool CDialog::EnableToolTips()
 {
     if (!window)
         return false;
     HWND dialog = AsWindow(window);
-    if (GetPropA(dialog, ToolTipProperty))
+    if (ToolTipOf(dialog))
         return true;
     HWND tip = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, ModuleInstance(), nullptr);
     if (!tip)
         return false;
     SetPropA(dialog, ToolTipProperty, tip);
-    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        TOOLINFOA tool = {};
-        tool.cbSize = TTTOOLINFOA_V2_SIZE;
-        tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-        tool.hwnd = dialog;
-        tool.uId = reinterpret_cast<UINT_PTR>(child);
-        tool.lpszText = LPSTR_TEXTCALLBACKA;
-        SendMessageA(tip, TTM_ADDTOOLA, 0, Pointer(&tool));
-    }
+    SetWindowSubclass(tip, ToolTipProcedure, 0, reinterpret_cast<DWORD_PTR>(dialog));
     return true;
 }
 
 void CDialog::SetToolTipLimits(int maxWidth, int autoPopMilliseconds)
 {
-    HWND tip = window ? static_cast<HWND>(GetPropA(AsWindow(window), ToolTipProperty)) : nullptr;
+    HWND tip = window ? ToolTipOf(AsWindow(window)) : nullptr;
     if (!tip)
         return;
     SendMessageA(tip, TTM_SETMAXTIPWIDTH, 0, maxWidth);
@@ -481,43 +560,61 @@ void CDialog::SetToolTipLimits(int maxWidth, int autoPopMilliseconds)
 
 // ---- painting ----
 
-// The PAINTSTRUCT lives in a block of its own; without one nothing is painted and the
+namespace {
+
+// What EndPaint needs: the window and its PAINTSTRUCT, whose hdc is drawn on.
+struct CPaintRecord {
+    HWND window;
+    PAINTSTRUCT paint;
+};
+
+HDC PaintDC(void* context)
+{
+    return context ? static_cast<CPaintRecord*>(context)->paint.hdc : nullptr;
+}
+
+}   // namespace
+
+// The record lives in a block of its own; without one nothing is painted and the
 // default painting that follows validates the window.
-CPaintContext::CPaintContext(CDialog& dialog_) : dialog(dialog_), context(nullptr), paint(nullptr)
+CPaintContext::CPaintContext(CDialog& dialog) : context(nullptr)
 {
     if (!dialog.Handle())
         return;
-    PAINTSTRUCT* record = static_cast<PAINTSTRUCT*>(AllocateBlock(sizeof(PAINTSTRUCT)));
+    CPaintRecord* record = static_cast<CPaintRecord*>(AllocateBlock(sizeof(CPaintRecord)));
     if (!record)
         return;
-    paint = record;
-    context = BeginPaint(AsWindow(dialog.Handle()), record);
+    record->window = AsWindow(dialog.Handle());
+    BeginPaint(record->window, &record->paint);
+    context = record;
 }
 
 CPaintContext::~CPaintContext()
 {
-    if (!paint)
+    if (!context)
         return;
-    EndPaint(AsWindow(dialog.Handle()), static_cast<PAINTSTRUCT*>(paint));
-    FreeBlock(paint);
+    CPaintRecord* record = static_cast<CPaintRecord*>(context);
+    EndPaint(record->window, &record->paint);
+    FreeBlock(record);
 }
 
 void CPaintContext::EraseIconBackground()
 {
     if (context)
-        SendMessageA(AsWindow(dialog.Handle()), WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(context), 0);
+        SendMessageA(static_cast<CPaintRecord*>(context)->window, WM_ICONERASEBKGND,
+                     reinterpret_cast<WPARAM>(PaintDC(context)), 0);
 }
 
 void CPaintContext::DrawIconAt(int x, int y, IconHandle icon)
 {
     if (context)
-        DrawIcon(static_cast<HDC>(context), x, y, static_cast<HICON>(icon));
+        DrawIcon(PaintDC(context), x, y, static_cast<HICON>(icon));
 }
 
 void CPaintContext::DrawIconSized(int x, int y, IconHandle icon, int width, int height)
 {
     if (context)
-        DrawIconEx(static_cast<HDC>(context), x, y, static_cast<HICON>(icon), width, height, 0, nullptr, DI_NORMAL);
+        DrawIconEx(PaintDC(context), x, y, static_cast<HICON>(icon), width, height, 0, nullptr, DI_NORMAL);
 }
 
 void CColourContext::SetTextColour(std::uint32_t colour)

@@ -386,7 +386,7 @@ TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
 
 // A tip shows for the control under a resting pointer, disabled or not, and a combo box's
 // edit part counts as the combo box; the texts are the program's own strings.
-TEST_F(ProgramTest, Pending_TipsShowOverDisabledControlsAndTheComboEdit)
+TEST_F(ProgramTest, TipsShowOverDisabledControlsAndTheComboEdit)
 {
     Start();
     const HMODULE program = LoadLibraryExA(Path("Linkwright.exe").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
