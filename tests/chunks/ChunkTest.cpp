@@ -121,30 +121,24 @@ TEST_F(FilesFixture, ChunkReader)
 TEST_F(FilesFixture, ChunkTmpTwin)
 {
     const std::string good = "XFF" + Be16(1) + Group(0, 0, "");
-    const struct {
-        std::string main, tmp;
-        bool readOnly, opens;
-        std::string mainAfter, tmpAfter;
-    } rows[] = {
-        {"-", "-", false, false, "-", "-"},
-        {"-", good, false, true, good, "-"},
-        {"XBF damaged", good, true, true, good, "-"},
-        {good, "other", false, true, good, "other"},
-        {"bad", "also bad", false, false, "also bad", "-"},
+    // main, .tmp, main read-only, Open's answer, main and .tmp afterwards
+    const std::tuple<std::string, std::string, bool, bool, std::string, std::string> rows[] = {
+        {"-", "-", false, false, "-", "-"}, {"-", good, false, true, good, "-"}, {"XBF damaged", good, true, true, good, "-"},
+        {good, "other", false, true, good, "other"}, {"bad", "also bad", false, false, "also bad", "-"},
     };
-    for (const auto& row : rows) {
-        std::filesystem::remove_all("c.chk");
-        std::filesystem::remove_all("c.chk.tmp");
-        for (const auto& [name, bytes] : {std::pair{"c.chk", row.main}, std::pair{"c.chk.tmp", row.tmp}})
+    auto read = [](const char* name) { return std::filesystem::exists(name) ? ReadFile(name) : "-"; };
+    for (const auto& [main, tmp, readOnly, opens, mainAfter, tmpAfter] : rows) {
+        for (const auto& [name, bytes] : {std::pair{"c.chk", main}, std::pair{"c.chk.tmp", tmp}}) {
+            std::filesystem::remove(name);
             if (bytes != "-")
                 WriteFile(name, bytes);
-        SetAttributes(Full("c.chk").c_str(), row.readOnly ? AttributeReadOnly : AttributeNormal);
+        }
+        SetAttributes(Full("c.chk").c_str(), readOnly ? AttributeReadOnly : AttributeNormal);
         CChunkFile file;
-        EXPECT_EQ(file.Open(Full("c.chk").c_str()), row.opens) << row.main;
+        EXPECT_EQ(file.Open(Full("c.chk").c_str()), opens) << main;
         EXPECT_TRUE(file.Close());
-        EXPECT_EQ(PathExists(Full("c.chk").c_str()) ? ReadFile("c.chk") : "-", row.mainAfter);
-        EXPECT_EQ(PathExists(Full("c.chk.tmp").c_str()) ? ReadFile("c.chk.tmp") : "-", row.tmpAfter);
-        EXPECT_EQ(GetAttributes(Full("c.chk").c_str()) & AttributeReadOnly, row.mainAfter == "-" ? 1u : 0u);
+        EXPECT_EQ(read("c.chk") + "|" + read("c.chk.tmp"), mainAfter + "|" + tmpAfter);
+        EXPECT_EQ(GetAttributes(Full("c.chk").c_str()) & AttributeReadOnly, mainAfter == "-" ? 1u : 0u);
     }
 }
 

@@ -17,18 +17,13 @@ std::string Joined(const CChain<CTextString>& chain)
     return joined;
 }
 
-// UTF-16 units low byte first; Wide adds the one zero byte of the wide path form.
-std::string Units(const std::u16string& text)
+// UTF-16 units low byte first, and the one zero byte of the wide path form unless bare.
+std::string Wide(const std::u16string& text, bool bare = false)
 {
     std::string bytes;
     for (char16_t unit : text)
         bytes += std::string{static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
-    return bytes;
-}
-
-std::string Wide(const std::u16string& text)
-{
-    return Units(text) + '\0';
+    return bare ? bytes : bytes + '\0';
 }
 
 }  // namespace
@@ -96,7 +91,7 @@ TEST_F(FilesFixture, QuoteCharsFile)
 TEST_F(FilesFixture, ShortcutListAndReport)
 {
     const CTextString program = Make(base);
-    const std::string above = Units(u"a\u4E2Db") + '\0';
+    const std::string above = Wide(u"a\u4E2Db");
     const std::pair<std::string, std::string> loads[] = {
         {"-", "stale|"}, {"", ""}, {Wide(u"b") + Wide(u"A") + Wide(u"a") + Wide(u"b"), Wide(u"A") + "|" + Wide(u"a") + "|" + Wide(u"b") + "|"},
         {above + Wide(u"B") + std::string("c\0d", 3), above + "|" + Wide(u"B") + "|"},
@@ -129,12 +124,10 @@ TEST_F(FilesFixture, ShortcutListAndReport)
 // DROPFILES blocks: a 20-byte header whose first field points behind it, fWide at 16.
 TEST(DropReception, FirstNameInWidePathForm)
 {
-    auto drop = [](bool wide, const std::string& names) { return std::string{20, 0, 0, 0} + std::string(12, '\0') + std::string{wide, 0, 0, 0} + names; };
-    const struct {
-        std::string block;
-        int effect;
-        std::string path;   // m_droppedPath afterwards
-    } rows[] = {
+    auto drop = [](bool wide, const std::string& names) {
+        return std::string{20, 0, 0, 0} + std::string(12, '\0') + std::string{wide, 0, 0, 0} + names;
+    };
+    const std::tuple<std::string, int, std::string> rows[] = {   // the block, the effect, m_droppedPath afterwards
         {drop(false, std::string("C:\\a.lnk\0b.txt\0", 16)), DropEffectCopy, Wide(u"C:\\a.lnk")},
         {drop(true, Wide(u"C:\\a.lnk") + '\0'), DropEffectCopy, Wide(u"C:\\a.lnk")},
         {drop(false, std::string("a.txt\0b.lnk\0", 12)), DropEffectNone, Wide(u"a.txt")},
@@ -149,14 +142,14 @@ TEST(DropReception, FirstNameInWidePathForm)
     };
     CLinkDropTarget target;
     target.m_interfacesReady = true;
-    for (const auto& row : rows) {
-        EXPECT_EQ(target.OnDragEnter(row.block.data(), row.block.size(), 0x0C), row.effect) << row.path;
-        EXPECT_EQ(target.OnDragOver(0), row.effect);
-        EXPECT_EQ(Bytes(target.m_droppedPath), row.path);
+    for (const auto& [block, effect, path] : rows) {
+        EXPECT_EQ(target.OnDragEnter(block.data(), block.size(), 0x0C) * 10 + target.OnDragOver(0), effect * 11) << path;
+        EXPECT_EQ(Bytes(target.m_droppedPath), path);
     }
-    EXPECT_EQ(target.OnDragEnter(rows[0].block.data(), rows[0].block.size(), 0), DropEffectCopy);
+    const std::string& first = std::get<0>(rows[0]);
+    EXPECT_EQ(target.OnDragEnter(first.data(), first.size(), 0), DropEffectCopy);
     EXPECT_FALSE(target.OnDrop(DropEffectNone) || target.OnDrop(DropEffectCopy));   // no link object to load with
     EXPECT_TRUE(target.m_linkPath.IsEmpty());
     target.m_interfacesReady = false;
-    EXPECT_EQ(target.OnDragEnter(rows[0].block.data(), rows[0].block.size(), 0), DropEffectNone);
+    EXPECT_EQ(target.OnDragEnter(first.data(), first.size(), 0), DropEffectNone);
 }
