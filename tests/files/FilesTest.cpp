@@ -11,25 +11,19 @@ TEST_F(FilesFixture, PathHelpers)
 {
     WriteFile("f.txt", "12345");
     std::filesystem::create_directories("d");
-    const struct {
-        std::string path;
-        bool exists;
-        const char* name;            // FileNamePart
-        const char* withBackslash;   // EnsureBackslash
-    } rows[] = {
-        {"", false, "", "\\"}, {"Z", false, "Z", "Z\\"}, {"Z:", true, "Z:", "Z:\\"}, {"z:\\", true, "", "z:\\"},
-        {"Q:", false, "Q:", "Q:\\"}, {"1:", false, "1:", "1:\\"}, {"\\x", false, "x", "\\x\\"},
-        {Full("f.txt"), true, "f.txt", ""}, {Full("d"), true, "d", ""}, {Full("none"), false, "none", ""},
+    const std::pair<std::string, bool> rows[] = {   // a path, and whether it exists
+        {"", false}, {"Z", false}, {"Z:", true}, {"z:\\", true}, {"Q:", false}, {"1:", false}, {"\\x", false},
+        {"a\\b\\", false}, {Full("f.txt"), true}, {Full("d"), true}, {Full("none"), false},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(PathExists(row.path.c_str()), row.exists) << row.path;
-        EXPECT_STREQ(FileNamePart(row.path.c_str()), row.name) << row.path;
-        const std::string parent = row.path.substr(0, row.path.size() - std::string(row.name).size());
-        EXPECT_EQ(Bytes(FolderOf(row.path.c_str(), false)), parent) << row.path;
-        EXPECT_EQ(Bytes(FolderOf(row.path.c_str(), true)), parent.substr(0, parent.empty() ? 0 : parent.size() - 1));
-        CTextString path = Make(row.path);
-        EnsureBackslash(path);
-        EXPECT_EQ(Bytes(path), row.path.rfind(base, 0) == 0 ? row.path + "\\" : row.withBackslash);
+    for (const auto& [path, exists] : rows) {
+        const std::size_t cut = path.rfind('\\');
+        CTextString text = Make(path);
+        EnsureBackslash(text);
+        EXPECT_EQ(PathExists(path.c_str()), exists) << path;
+        EXPECT_EQ(std::string(FileNamePart(path.c_str())) + "|" + Bytes(FolderOf(path.c_str(), false)) + "|" +
+                      Bytes(FolderOf(path.c_str(), true)) + "|" + Bytes(text),
+                  path.substr(cut + 1) + "|" + (cut == std::string::npos ? "|" : path.substr(0, cut + 1) + "|" + path.substr(0, cut)) +
+                      "|" + path + (!path.empty() && path.back() == '\\' ? "" : "\\"));
     }
     FileFacts facts{};
     std::uint64_t size = 0;
@@ -58,14 +52,7 @@ TEST_F(FilesFixture, WalkerRows)
     const std::string full = base + "\\";
     // What each walk gives, sorted: the root, then each entry, "/" for a folder, ":" and the
     // size when its facts were had, "~" for this folder in full names.
-    const struct {
-        std::uint32_t flags;
-        const char* files;
-        std::string start;
-        const char* folders;
-        bool anyBelow;
-        const char* walk;
-    } rows[] = {
+    const std::tuple<std::uint32_t, const char*, std::string, const char*, bool, const char*> rows[] = {
         {WalkFiles | WalkFullNames, "*.TXT", full, nullptr, false, "~\\ ~\\a.txt"},
         {WalkFiles | WalkFacts, nullptr, base, "", false, "~\\ a.txt:5 bb.dat:6"},
         {WalkFolders, nullptr, ".", nullptr, false, "~\\ dir.txt/ sub/"},
@@ -82,8 +69,8 @@ TEST_F(FilesFixture, WalkerRows)
         {WalkFiles, nullptr, ".missing", nullptr, false, ".missing\\"},
         {WalkFiles, nullptr, full + "none", nullptr, false, "~\\none\\"},
     };
-    for (const auto& row : rows) {
-        CFileWalker walker(row.flags, row.files, row.start.c_str(), row.folders, row.anyBelow);
+    for (const auto& [flags, files, start, folders, anyBelow, expected] : rows) {
+        CFileWalker walker(flags, files, start.c_str(), folders, anyBelow);
         auto shown = [&](std::string name) { return name.rfind(full, 0) == 0 ? "~\\" + name.substr(full.size()) : name; };
         std::set<std::string> walked;
         std::string order;
@@ -91,7 +78,7 @@ TEST_F(FilesFixture, WalkerRows)
         while (walker.Next(entry)) {
             const std::string name = shown(Bytes(entry.name));
             const std::size_t cut = name.rfind('\\');   // a folder comes ahead of what it holds
-            EXPECT_TRUE(!(row.flags & WalkFolders) || cut == std::string::npos ||
+            EXPECT_TRUE(!(flags & WalkFolders) || cut == std::string::npos ||
                         order.find(" " + name.substr(0, cut) + "/") != std::string::npos);
             order += " " + name + (entry.isFolder ? "/" : "");
             walked.insert(name + (entry.isFolder ? "/" : "") +
@@ -100,7 +87,7 @@ TEST_F(FilesFixture, WalkerRows)
         std::string walk = shown(Bytes(walker.Root()));
         for (const std::string& name : walked)
             walk += " " + name;
-        EXPECT_EQ(walk, row.walk);
+        EXPECT_EQ(walk, expected);
         EXPECT_FALSE(walker.Next(entry));
         EXPECT_EQ(Bytes(CurrentFolder()), base);
     }
