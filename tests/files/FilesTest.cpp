@@ -105,7 +105,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     // Each read, and where the window starts afterwards: forward moves start at the byte,
     // backward ones half a window before it; a failed read keeps the window.
     const std::uint64_t reads[][2] = {{0, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
-                                      {135535, 4464}, {135536, 135536}, {65536, 0}, {299999, 299999}};
+                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}};
     for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
         const std::uint64_t at = reads[i][0];
         const int expected = at < bytes.size() ? bytes[at] & 0xFF : -1;
@@ -140,7 +140,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
     EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
     FailAllocation(1);   // the window
-    EXPECT_FALSE(file.LoadWhole(Full("w.bin").c_str(), out));
+    EXPECT_FALSE(file.Open(false));
     FailAllocation(0);
     CWindowedFile unnamed(nullptr);
     EXPECT_FALSE(unnamed.Open(false));
