@@ -17,7 +17,6 @@ class FilesFixture : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        previous = std::filesystem::current_path();
         folder = std::filesystem::temp_directory_path() / ("lw-test-" + std::to_string(std::random_device()()));
         std::filesystem::create_directories(folder);
         std::filesystem::current_path(folder);
@@ -26,7 +25,7 @@ protected:
 
     void TearDown() override
     {
-        std::filesystem::current_path(previous);
+        std::filesystem::current_path(folder.parent_path());
         std::error_code ignored;
         std::filesystem::remove_all(folder, ignored);
     }
@@ -46,6 +45,6 @@ protected:
 
     std::string Full(const std::string& relative) const { return base + "\\" + relative; }
 
-    std::filesystem::path previous, folder;
+    std::filesystem::path folder;
     std::string base;   // no trailing backslash
 };

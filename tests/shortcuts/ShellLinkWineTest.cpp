@@ -9,21 +9,6 @@
 
 namespace {
 
-class ShellLinkWine : public FilesFixture {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
-        FilesFixture::SetUp();
-    }
-
-    void TearDown() override
-    {
-        FilesFixture::TearDown();
-        CoUninitialize();
-    }
-};
-
 // target|arguments|working folder|icon,index as a fresh link object loads them.
 std::string Loaded(const CTextString& widePath)
 {
@@ -37,8 +22,9 @@ std::string Loaded(const CTextString& widePath)
 
 }  // namespace
 
-TEST_F(ShellLinkWine, AShortcutsRoadReadsBackByteForByte)
+TEST_F(FilesFixture, AShortcutsRoadReadsBackByteForByte)
 {
+    ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
     WriteFile("Sim/sim.exe", "MZ");
     WriteFile("Zelmar/Zelmar.exe", "MZ");
     const std::string sim = Full("Sim\\sim.exe"), parent = Full("Zelmar\\Zelmar.exe");
@@ -63,4 +49,5 @@ TEST_F(ShellLinkWine, AShortcutsRoadReadsBackByteForByte)
         EXPECT_EQ(Loaded(link.m_linkPath), sim + "|||" + sim + ",0");
     }
     EXPECT_EQ(GetFileAttributesA(Full("Sim.lnk").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+    CoUninitialize();
 }
