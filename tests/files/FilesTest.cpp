@@ -91,6 +91,13 @@ TEST_F(FilesFixture, WalkerRows)
         EXPECT_FALSE(walker.Next(entry));
         EXPECT_EQ(Bytes(CurrentFolder()), base);
     }
+    CFileWalker walker(WalkFiles | WalkFolders, nullptr, base.c_str(), nullptr, false);
+    CWalkEntry entry;
+    while (walker.Next(entry) && !entry.isFolder) {
+    }
+    EXPECT_EQ(walker.PendingCount(), 1);   // the other folder waits, until a Reset ends the walk
+    walker.Reset();
+    EXPECT_FALSE(walker.PendingCount() || walker.Next(entry));
 }
 
 TEST_F(FilesFixture, WindowedFileReads)
