@@ -73,11 +73,13 @@ TEST_F(FilesFixture, LinkOnTheModel)
         EXPECT_TRUE(stat("Sim.lnk", &facts) == 0 && (facts.st_mode & S_IWUSR) == (step > StepQueryPersistFile ? S_IWUSR : 0u));
     }
     EXPECT_EQ(LiveObjects(), 0);
-    // A unit above 0xFF: the attribute calls name no file, the wide path still opens the link.
+    // Dropped, a name with a unit above 0xFF: the attribute calls name no file, the wide path
+    // still opens the link.
     CLinkDropTarget wide;
     std::string above = key;
     above[above.size() - 10] = '\x4E';
     PutFile(above, plain);
-    wide.m_linkPath.Assign(Make(above));
-    EXPECT_TRUE(wide.InitLinkInterfaces() && wide.LoadLink() && wide.m_linkTarget.Equals("C:\\Sim\\sim.exe"));
+    const std::string block = std::string{20, 0, 0, 0} + std::string(12, '\0') + std::string{1, 0, 0, 0} + above + '\0';
+    EXPECT_TRUE(wide.InitLinkInterfaces() && wide.OnDragEnter(block.data(), block.size(), 0) && wide.OnDrop(DropEffectCopy));
+    EXPECT_TRUE(wide.m_linkTarget.Equals("C:\\Sim\\sim.exe") && wide.m_linkPath.Equals(Make(above)));
 }

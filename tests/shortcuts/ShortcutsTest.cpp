@@ -75,15 +75,15 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
 
 TEST_F(FilesFixture, QuoteCharsFile)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        {nullptr, "[]"}, {"leftargquote={\r\nRIGHTARGQUOTE=}", "{}"}, {"LeftArgQuote=   \nRightArgQuote=<>\nRightArgQuote=)", "[)"},
-        {"  LeftArgQuote= x", " ]"}, {"Left=x\n\nLeftArgQuote\nQuote=y", "[]"},
+    const std::pair<std::string, const char*> rows[] = {   // the file ("-": none), and the pair read
+        {"-", "[]"}, {"leftargquote={\r\nRIGHTARGQUOTE=}", "{}"}, {"LeftArgQuote=   \nRightArgQuote=<>\nRightArgQuote=)", "[)"},
+        {std::string("\0 LeftArgQuote= x", 17), " ]"}, {"Left=x\n\nLeftArgQuote\nQuote=y", "[]"},
     };
     for (const auto& [file, pair] : rows) {
-        if (file)
+        if (file != "-")
             WriteFile("QuoteChars.txt", file);
         char quotes[] = "[]";
-        ReadQuoteChars(Make(file && file[0] == 'L' ? base + "\\" : base), quotes[0], quotes[1]);
+        ReadQuoteChars(Make(file[0] == 'L' ? base + "\\" : base), quotes[0], quotes[1]);
         EXPECT_EQ(std::string(quotes), pair);
     }
 }
