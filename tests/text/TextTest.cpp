@@ -95,7 +95,8 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
     }
 }
 
-// Sizes of allocations, and where the cursor stands, after each operation on "abcde" with 16.
+// Sizes of allocations, and where the cursor stands, after each operation on "abcde" with 16;
+// "~" marks a text without its terminator.
 TEST(TextString, CapacitiesAndTheCursor)
 {
     const std::tuple<std::function<void(CTextString&)>, std::string, int, int> rows[] = {
@@ -109,11 +110,11 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.Append(std::string(995, 'x').c_str()); }, "abcde" + std::string(995, 'x'), 1100, 0},
         {[](CTextString& t) { (void)t.Reserve(4, true, true); }, "abc", 4, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(16, true, true); }, "de", 16, 0},
-        {[](CTextString& t) { (void)t.KeepRight(2).Reserve(10, false, false); }, "ab", 16, 0},
+        {[](CTextString& t) { (void)t.KeepRight(2).Reserve(10, false, false); }, "ab~", 16, 0},
         {[](CTextString& t) { (void)t.Reserve(15, true); }, "abcde", 16, 0},
         {[](CTextString& t) { (void)t.Reserve(16, false); }, "", 32, 0},
         {[](CTextString& t) { (void)t.Reserve(200, true); }, "abcde", 220, 0},
-        {[](CTextString& t) { t.KeepRight(1).AssignBigEndian16(0x1234); }, "\x12\x34", 12, 4},
+        {[](CTextString& t) { t.KeepRight(4).AssignBigEndian16(0x1234); }, "\x12\x34", 15, 1},
         {[](CTextString& t) { t.AssignBigEndian32(0x00A0B0C0); }, std::string("\0\xA0\xB0\xC0", 4), 16, 0},
         {[](CTextString& t) { t.KeepRight(4); TrimLeft(t, 'a', 'c'); }, "de", 13, 3},
         {[](CTextString& t) { t.KeepRight(4); TrimRight(t, 'a', 'z'); }, "", 16, 0},
@@ -121,13 +122,21 @@ TEST(TextString, CapacitiesAndTheCursor)
     for (const auto& [op, bytes, capacity, cursor] : rows) {
         CTextString text("abcde");
         op(text);
-        EXPECT_EQ(Bytes(text) + "|" + std::to_string(text.Capacity()) + "|" + std::to_string(text.CursorOffset()),
+        EXPECT_EQ(Bytes(text) + (text.Text()[text.Length()] ? "~" : "") + "|" + std::to_string(text.Capacity()) + "|" +
+                      std::to_string(text.CursorOffset()),
                   bytes + "|" + std::to_string(capacity) + "|" + std::to_string(cursor));
     }
     CTextString cut("abcde");
     EXPECT_EQ(CTextString(cut.KeepRight(2)).Capacity() + CTextString(0).Capacity() + CTextString(-5).Capacity(), 13 + 17 + 17);
     EXPECT_EQ(CTextString(20).Capacity() + CTextString("").Capacity() + CTextString('\0').Capacity(), 21 + 16 + 16);
     EXPECT_EQ(Bytes(CTextString('\0')), std::string(1, '\0'));
+    const CTextString big(std::string(20, 'x').c_str());   // results sized from the capacity constructor
+    EXPECT_EQ(big.Concat(big).Capacity() + big.Concat(big.Text()).Capacity() + big.Left(20).Capacity() + big.Right(19).Capacity(),
+              42 + 42 + 21 + 20);
+    std::string letters;
+    for (int byte = 0; byte < 256; ++byte)
+        letters += IsLetter(static_cast<unsigned char>(byte)) ? std::string(1, static_cast<char>(byte)) : "";
+    EXPECT_EQ(letters, "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 }
 
 TEST(TextString, FormatIntegerAndReadLine)
@@ -160,7 +169,9 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abc"); FailAllocation(1); t.Assign(std::string(20, 'x').c_str()); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"), big(std::string(20, 'x').c_str()); FailAllocation(1); t.Assign(big); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"); FailAllocation(1); return Bytes(t) + (t.Reserve(99, true) ? "+" : "-"); }, "abc-"},
-        {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); return Bytes(t.AssignBigEndian16(0x4142)); }, ""},
+        {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); return Bytes(t.AssignChar('x')); }, "x"},
+        {[] { CTextString t("abcde"); FailAllocation(0); t.Assign("0123456789abcde"); return Bytes(t) + std::to_string(AllocationsMade()); },
+         "0123456789abcde0"},
         {[] { CTextString t("abc"); FailAllocation(1); const CTextString l = t.Left(2); FailAllocation(1); const CTextString r = t.Right(2);
               FailAllocation(1); const CTextString c = t.Concat("d"); return Bytes(l) + Bytes(r) + Bytes(c) + Bytes(t.Concat(t)); }, "abcabc"},
         {[] { CTextString t("abc"); FailAllocation(2); t.Replace("b", "xx"); return Bytes(t); }, "abc"},
