@@ -10,15 +10,17 @@
 
 namespace {
 
-// root { 1 { "abc", 2 { 3 {} } } }, the groups closed one by one or left to Close.
+// root { 1 { "abc", 2 {}, 3 { 4 {} } } }, the last groups closed one by one or left to Close.
 bool WriteNested(CChunkFile& file, bool closeEachGroup)
 {
-    const bool ok = file.OpenGroup(1) && file.WriteLeaf("abc", 3) && file.OpenGroup(2) && file.OpenGroup(3) &&
+    const bool ok = file.OpenGroup(1) && file.WriteLeaf("abc", 3) && file.OpenGroup(2) && file.CloseGroup() &&
+                    file.OpenGroup(3) && file.OpenGroup(4) &&
                     (!closeEachGroup || (file.CloseGroup() && file.CloseGroup() && file.CloseGroup()));
     return file.Close() && ok;
 }
 
-const std::string Nested = "XFF" + Be16(1) + Group(0, 1, Group(1, 2, Leaf("abc") + Group(2, 1, Group(3, 0, ""))));
+const std::string Nested =
+    "XFF" + Be16(1) + Group(0, 1, Group(1, 3, Leaf("abc") + Group(2, 0, "") + Group(3, 1, Group(4, 0, ""))));
 
 // A kind of chunk file whose longer signature moves everything behind it.
 struct CLongChunkFile : CChunkFile {
@@ -97,6 +99,7 @@ TEST_F(FilesFixture, ChunkReader)
         EXPECT_EQ(file.OpenGroup(row.group), row.groupOpens) << row.what;
         EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", row.leaf) << row.what;
         EXPECT_FALSE(file.ReadLeaf(row.opens ? file.CurrentGroup()->childCount : 0, leaf)) << row.what;
+        EXPECT_EQ(file.CloseGroup() && file.IsOpen(), row.groupOpens) << row.what;   // back in the root, or closed
         EXPECT_TRUE(file.Close()) << row.what;
     }
     CChunkFile file;
