@@ -10,17 +10,17 @@
 
 namespace {
 
-// root { 1 { "abc", 2 {}, 3 { 4 {} } } }, the last groups closed one by one or left to Close.
+// root { 1 { 2 { "abc" }, 3 { 4 {} } } }, the last groups closed one by one or left to Close.
 bool WriteNested(CChunkFile& file, bool closeEachGroup)
 {
-    const bool ok = file.OpenGroup(1) && file.WriteLeaf("abc", 3) && file.OpenGroup(2) && file.CloseGroup() &&
+    const bool ok = file.OpenGroup(1) && file.OpenGroup(2) && file.WriteLeaf("abc", 3) && file.CloseGroup() &&
                     file.OpenGroup(3) && file.OpenGroup(4) &&
                     (!closeEachGroup || (file.CloseGroup() && file.CloseGroup() && file.CloseGroup()));
     return file.Close() && ok;
 }
 
 const std::string Nested =
-    "XFF" + Be16(1) + Group(0, 1, Group(1, 3, Leaf("abc") + Group(2, 0, "") + Group(3, 1, Group(4, 0, ""))));
+    "XFF" + Be16(1) + Group(0, 1, Group(1, 2, Group(2, 1, Leaf("abc")) + Group(3, 1, Group(4, 0, ""))));
 
 // A kind of chunk file whose longer signature moves everything behind it.
 struct CLongChunkFile : CChunkFile {

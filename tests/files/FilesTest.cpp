@@ -91,8 +91,16 @@ TEST_F(FilesFixture, WalkerRows)
         EXPECT_FALSE(walker.Next(entry));
         EXPECT_EQ(Bytes(CurrentFolder()), base);
     }
-    CFileWalker walker(WalkFiles | WalkFolders, nullptr, base.c_str(), nullptr, false);
+    for (long nth = 1; nth <= 60; ++nth) {   // a name cut short for want of memory is never delivered
+        CFileWalker failing(WalkFiles | WalkFolders | WalkRecurse | WalkFullNames, nullptr, base.c_str(), nullptr, false);
+        CWalkEntry fresh;
+        FailAllocation(nth);
+        for (std::string name; failing.Next(fresh) && !(name = Bytes(fresh.name)).empty();)
+            EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
+        FailAllocation(0);
+    }
     CWalkEntry entry;
+    CFileWalker walker(WalkFiles | WalkFolders, nullptr, base.c_str(), nullptr, false);
     while (walker.Next(entry) && !entry.isFolder) {
     }
     EXPECT_EQ(walker.PendingCount(), 1);   // the other folder waits, until a Reset ends the walk
