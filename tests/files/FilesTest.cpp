@@ -119,7 +119,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     ASSERT_TRUE(file.Open(false));
     // Each read, and where the window starts afterwards: forward moves start at the byte,
     // backward ones half a window before it; a failed read keeps the window.
-    const std::uint64_t reads[][2] = {{0, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
+    const std::uint64_t reads[][2] = {{1, 0}, {0, 0}, {131071, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
                                       {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}};
     for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
         const std::uint64_t at = reads[i][0];
