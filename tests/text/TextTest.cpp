@@ -41,8 +41,9 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
             c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
         return s;
     };
-    CTextString text(0);
+    CTextString text(0);   // the first allocation of the run: no failure is armed yet
     std::string model;
+    ASSERT_TRUE(text.HasAllocation());
     for (int run = 0; run < 2000; ++run) {
         int n = static_cast<int>(model.size()), k = static_cast<int>(random() % (n + 3)) - 1;   // -1 to n + 1
         const std::string a = piece(5), b = piece(3), search = k % 2 ? b : b.c_str(), with = k % 2 ? a : a.c_str();
