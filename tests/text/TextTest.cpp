@@ -171,8 +171,8 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abc"), big(std::string(20, 'x').c_str()); FailAllocation(1); t.Assign(big); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"); FailAllocation(1); return Bytes(t) + (t.Reserve(99, true) ? "+" : "-"); }, "abc-"},
         {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); return Bytes(t.AssignChar('x')); }, "x"},
-        {[] { CTextString t("abcde"); FailAllocation(0); t.Assign("0123456789abcde"); return Bytes(t) + std::to_string(AllocationsMade()); },
-         "0123456789abcde0"},
+        {[] { CTextString t("abcde"), s("0123456789ABCDE"); FailAllocation(0); t.Assign("0123456789abcde").Assign(s);
+              return Bytes(t) + std::to_string(AllocationsMade()); }, "0123456789ABCDE0"},
         {[] { CTextString t("abc"); FailAllocation(1); const CTextString l = t.Left(2); FailAllocation(1); const CTextString r = t.Right(2);
               FailAllocation(1); const CTextString c = t.Concat("d"); return Bytes(l) + Bytes(r) + Bytes(c) + Bytes(t.Concat(t)); }, "abcabc"},
         {[] { CTextString t("abc"); FailAllocation(2); t.Replace("b", "xx"); return Bytes(t); }, "abc"},
