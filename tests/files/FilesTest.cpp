@@ -82,7 +82,7 @@ TEST_F(FilesFixture, WalkerRows)
                         order.find(" " + name.substr(0, cut) + "/") != std::string::npos);
             order += " " + name + (entry.isFolder ? "/" : "");
             walked.insert(name + (entry.isFolder ? "/" : "") +
-                          (entry.factsValid ? ":" + std::to_string(entry.facts.sizeLow * !entry.isFolder) : ""));
+                          (entry.factsValid == 1 ? ":" + std::to_string(entry.facts.sizeLow * !entry.isFolder) : ""));
         }
         std::string walk = shown(Bytes(walker.Root()));
         for (const std::string& name : walked)
