@@ -12,8 +12,8 @@ using namespace ShellLinkModel;
 TEST_F(FilesFixture, LinkOnTheModel)
 {
     Reset();
-    const LinkFile plain{"C:\\Sim\\sim.exe", "-c \"a b\"", "C:\\Sim", "", 3, "kept"};
-    const std::string key = Wide(Full("Sim.lnk")), full = "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.exe|C:\\Sim|3";
+    const LinkFile plain{"C:\\Sim\\sim.exe", "-c \"a b\"", "C:\\Sim", "C:\\Sim\\sim.ico", 3, "kept"};
+    const std::string key = Wide(Full("Sim.lnk")), full = "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.ico|C:\\Sim|3";
     auto fields = [](const CLinkDropTarget& link) {
         return Bytes(link.m_linkTarget) + "|" + Bytes(link.m_linkArgs) + "|" + Bytes(link.m_linkIconPath) + "|" +
                Bytes(link.m_linkWorkDir) + "|" + std::to_string(link.m_linkIconIndex);
@@ -36,9 +36,9 @@ TEST_F(FilesFixture, LinkOnTheModel)
         EXPECT_EQ(calls, "Create;QueryPersistFile;Load " + Full("Sim.lnk") + ";Resolve (nil);GetPath 16383;GetArguments 16383;"
                          "GetIconLocation 16383;GetWorkingDirectory 16383;SetPath C:\\Z\\Zelmar.exe;SetWorkingDirectory C:\\Z;"
                          "SetArguments profile=\"Flight\" target=\"C:\\Sim\\sim.exe\" targetDir=\"C:\\Sim\" args=\"-c [a b]\";"
-                         "SetIconLocation C:\\Sim\\sim.exe,3;Save " + Full("Sim.lnk") + ";SetPath C:\\Sim\\sim.exe;"
+                         "SetIconLocation C:\\Sim\\sim.ico,3;Save " + Full("Sim.lnk") + ";SetPath C:\\Sim\\sim.exe;"
                          "SetWorkingDirectory ;SetArguments -c \"a b\";Save " + Full("Sim.lnk") + ";ReleasePersistFile;ReleaseShellLink;");
-        EXPECT_EQ(GetFile(key), (LinkFile{plain.path, plain.arguments, "", plain.path, 3, "kept"}));   // the icon pair stays
+        EXPECT_EQ(GetFile(key), (LinkFile{plain.path, plain.arguments, "", plain.iconPath, 3, "kept"}));   // the icon pair stays
         EXPECT_EQ(fields(link), full);
     }
     // The step that fails; the fields a load leaves; whether the load, the enhanced and the
@@ -48,7 +48,7 @@ TEST_F(FilesFixture, LinkOnTheModel)
         {StepLoad, "||||0", "-++", 5, 4, 2}, {StepResolve, "||||0", "-++", 5, 4, 2}, {StepGetPath, "||||0", "-++", 5, 4, 2},
         {StepGetArguments, "C:\\Sim\\sim.exe||||0", "-++", 5, 4, 2},
         {StepGetIconLocation, "C:\\Sim\\sim.exe|-c \"a b\"|||0", "-++", 5, 4, 2},
-        {StepGetWorkingDirectory, "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.exe||3", "-++", 5, 4, 2},
+        {StepGetWorkingDirectory, "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.ico||3", "-++", 5, 4, 2},
         {StepSetPath, full, "+--", 1, 1, 0}, {StepSetWorkingDirectory, full, "+--", 5, 4, 2},
         {StepSetArguments, full, "+--", 5, 4, 2}, {StepSetIconLocation, full, "+-+", 5, 4, 2}, {StepSave, full, "+--", 5, 4, 0},
     };
@@ -59,7 +59,7 @@ TEST_F(FilesFixture, LinkOnTheModel)
         PutFile(key, plain);
         FailStep(step);
         CLinkDropTarget link;
-        (void)link.InitLinkInterfaces();
+        EXPECT_EQ(link.InitLinkInterfaces(), step > StepQueryPersistFile) << step;
         link.m_linkPath.Assign(Make(key));
         std::string answered = link.LoadLink() ? "+" : "-";
         const std::size_t loadCalls = Calls().size();
@@ -74,12 +74,12 @@ TEST_F(FilesFixture, LinkOnTheModel)
     }
     EXPECT_EQ(LiveObjects(), 0);
     // Dropped, a name with a unit above 0xFF: the attribute calls name no file, the wide path
-    // still opens the link.
+    // still opens the link. Without an icon file of its own the shortcut shows its target.
     CLinkDropTarget wide;
     std::string above = key;
     above[above.size() - 10] = '\x4E';
-    PutFile(above, plain);
+    PutFile(above, LinkFile{plain.path, "", "", "", 0, ""});
     const std::string block = std::string{20, 0, 0, 0} + std::string(12, '\0') + std::string{1, 0, 0, 0} + above + '\0';
     EXPECT_TRUE(wide.InitLinkInterfaces() && wide.OnDragEnter(block.data(), block.size(), 0) && wide.OnDrop(DropEffectCopy));
-    EXPECT_TRUE(wide.m_linkTarget.Equals("C:\\Sim\\sim.exe") && wide.m_linkPath.Equals(Make(above)));
+    EXPECT_TRUE(wide.m_linkIconPath.Equals("C:\\Sim\\sim.exe") && wide.m_linkPath.Equals(Make(above)));
 }

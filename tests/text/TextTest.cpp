@@ -177,6 +177,8 @@ TEST(TextString, FailedAllocations)
               FailAllocation(1); const CTextString c = t.Concat("d"); return Bytes(l) + Bytes(r) + Bytes(c) + Bytes(t.Concat(t)); }, "abcabc"},
         {[] { CTextString t("abc"); FailAllocation(2); t.Replace("b", "xx"); return Bytes(t); }, "abc"},
         {[] { CTextString t("abcbc"), s("bc"), r("x"); FailAllocation(1); t.Replace(s, r); return Bytes(t) + (s.SkipTable() ? "+" : "-"); }, "axx-"},
+        {[] { const CTextString p("ab"); FailAllocation(1); const bool first = p.BuildSkipTable(); return std::string(first ? "+" : "-") +
+              (p.BuildSkipTable() ? "+" : "-"); }, "-+"},
         {[] { CTextString t("abababa"), s("ab"), r("xy"); FailAllocation(0); t.Replace(s, r); return Bytes(t) + std::to_string(AllocationsMade()); }, "xyxyxya1"},
         {[] { CChain<CTextString> c; const CTextString a("a"); std::string r;
               for (long nth : {1, 2, 3, 4}) { FailAllocation(nth); r += InsertEntry(c, a) ? "+" : "-"; }
