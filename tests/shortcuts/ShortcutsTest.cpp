@@ -59,7 +59,7 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
 
     // arguments, the quote pair, and their substituted form; restoring gives the arguments back
     const std::tuple<const char*, char, char, const char*> quotes[] = {
-        {"\"a b\" c \"d", '[', ']', "[a b] c [d"}, {"x\"\"y", '{', '}', "x{}y"}, {"-q \"a\"", '"', '"', "-q \"a\""},
+        {"\"a b\" c \"d", '[', ']', "[a b] c [d"}, {"x\"\"", '{', '}', "x{}"}, {"-q \"a\"", '"', '"', "-q \"a\""},
     };
     for (const auto& [original, left, right, substituted] : quotes) {
         CTextString args(original);

@@ -110,6 +110,7 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.Append(std::string(95, 'x').c_str()); }, "abcde" + std::string(95, 'x'), 116, 0},
         {[](CTextString& t) { t.Append(std::string(995, 'x').c_str()); }, "abcde" + std::string(995, 'x'), 1100, 0},
         {[](CTextString& t) { (void)t.Reserve(4, true, true); }, "abc", 4, 0},
+        {[](CTextString& t) { (void)t.Reserve(7, true, true); }, "abcde", 7, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(16, true, true); }, "de", 16, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(10, false, false); }, "ab~", 16, 0},
         {[](CTextString& t) { (void)t.Reserve(15, true); }, "abcde", 16, 0},
