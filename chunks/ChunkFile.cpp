@@ -137,15 +137,15 @@ void CChunkFile::MarkClosed()
     memoryTarget = nullptr;
 }
 
-// Closes every open group, innermost first; the last one closes the file.
+// Closes every open group, innermost first; the last one closes the file. A group whose
+// header could not be rewritten is gone from the stack all the same, and the groups around
+// it are still completed: the failure is only carried to the answer.
 bool CChunkFile::CloseAllGroups()
 {
     bool ok = true;
     while (!openGroups.IsEmpty()) {
-        if (!CloseGroup()) {
+        if (!CloseGroup())
             ok = false;
-            openGroups.Clear();
-        }
     }
     return ok;
 }

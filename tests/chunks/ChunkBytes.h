@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <string>
 
-#include "text/TextString.h"
-
 inline std::string Be16(std::uint16_t v)
 {
     return {static_cast<char>(v >> 8), static_cast<char>(v)};
@@ -22,23 +20,13 @@ inline std::string Leaf(const std::string& data, std::uint16_t type = 2)
     return Be16(type) + Be32(static_cast<std::uint32_t>(data.size())) + data;
 }
 
-// children is the concatenation of whole chunks; count how many they are.
+// children: whole chunks back to back; count says how many they are.
 inline std::string Group(std::uint32_t id, std::uint32_t count, const std::string& children)
 {
     return Be16(1) + Be32(static_cast<std::uint32_t>(children.size())) + Be32(id) + Be32(count) + children;
 }
 
-inline std::string ChunkFile(const std::string& signature, std::uint32_t count, const std::string& children)
-{
-    return signature + Be16(1) + Group(0, count, children);
-}
-
 inline std::string Profile(const std::string& name)
 {
-    return ChunkFile("XBF", 2, Group(1, 1, Leaf("EventProfile")) + Group(3, 1, Leaf(name)));
-}
-
-inline std::string Bytes(const CTextString& text)
-{
-    return std::string(text.Text(), static_cast<std::size_t>(text.Length()));
+    return "XBF" + Be16(1) + Group(0, 2, Group(1, 1, Leaf("EventProfile")) + Group(3, 1, Leaf(name)));
 }

@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "text/Allocation.h"
 #include "text/TextString.h"
 
 inline std::string Bytes(const CTextString& text)

@@ -1,0 +1,187 @@
+// CChunkFile written and read against bytes made by hand, its .tmp twin, and the profile
+// document and catalogue, on real files.
+
+#include <set>
+
+#include "chunks/EventProfile.h"
+#include "tests/chunks/ChunkBytes.h"
+#include "tests/files/FilesFixture.h"
+#include "text/Allocation.h"
+
+namespace {
+
+// root { 1 { 2 { "abc" }, 3 { 4 {} } } }, the last groups closed one by one or left to Close.
+bool WriteNested(CChunkFile& file, bool closeEachGroup)
+{
+    const bool ok = file.OpenGroup(1) && file.OpenGroup(2) && file.WriteLeaf("abc", 3) && file.CloseGroup() &&
+                    file.OpenGroup(3) && file.OpenGroup(4) &&
+                    (!closeEachGroup || (file.CloseGroup() && file.CloseGroup() && file.CloseGroup()));
+    return file.Close() && ok;
+}
+
+const std::string Nested =
+    "XFF" + Be16(1) + Group(0, 1, Group(1, 2, Group(2, 1, Leaf("abc")) + Group(3, 1, Group(4, 0, ""))));
+
+// A kind of chunk file whose longer signature moves everything behind it.
+struct CLongChunkFile : CChunkFile {
+    CLongChunkFile() { signature.Assign("LONGER"); }
+};
+
+}  // namespace
+
+TEST_F(FilesFixture, ChunkWriter)
+{
+    CTextString leaf(0);
+    for (bool closeEachGroup : {false, true}) {
+        CTextString memory("kept");
+        CChunkFile inMemory, onDisk;
+        EXPECT_TRUE(inMemory.BeginMemory(memory) && !inMemory.ReadLeaf(0, leaf) && WriteNested(inMemory, closeEachGroup));
+        EXPECT_EQ(Bytes(memory), "kept" + Nested);
+        WriteFile("n.chk", "old");
+        SetAttributes(Full("n.chk").c_str(), AttributeReadOnly);
+        EXPECT_TRUE(onDisk.BeginFile(Full("n.chk").c_str()) && !onDisk.BeginMemory(memory));
+        EXPECT_TRUE(WriteNested(onDisk, closeEachGroup) && !onDisk.IsOpen());
+        EXPECT_EQ(ReadFile("n.chk") + ReadFile("n.chk.tmp"), Nested);
+        EXPECT_EQ(GetAttributes(Full("n.chk").c_str()) & AttributeReadOnly, 0u);
+    }
+    CChunkFile direct;
+    direct.replaceOnClose = false;
+    EXPECT_TRUE(direct.BeginFile(Full("d.chk").c_str()) && !direct.BeginFile(Full("e.chk").c_str()) && direct.Close());
+    EXPECT_EQ(ReadFile("d.chk") + std::to_string(PathExists(Full("d.chk.tmp").c_str())), "XFF" + Be16(1) + Group(0, 0, "") + "0");
+    EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf));
+    EXPECT_TRUE(direct.CloseGroup() && direct.Close() && direct.IsWriting());
+
+    // OpenGroup with each allocation failed in turn: it opens the group, or ends the writing
+    // without letting the .tmp twin replace the file.
+    WriteFile("p.chk", "old");
+    std::string opened;
+    for (long nth = 1; nth <= 8; ++nth) {
+        CChunkFile file;
+        ASSERT_TRUE(file.BeginFile(Full("p.chk").c_str()));
+        FailAllocation(nth);
+        opened += file.OpenGroup(7) == file.IsOpen() ? (file.IsOpen() ? "+" : "-") : "?";
+        FailAllocation(0);
+        file.replaceOnClose = false;
+    }
+    EXPECT_EQ(opened + ReadFile("p.chk"), "++++--++old");
+}
+
+TEST_F(FilesFixture, ChunkReader)
+{
+    const std::string good = "XFF" + Be16(1) + Group(0, 1, Group(2, 1, Leaf("data")));
+    const std::string groups = Leaf(Be32(5)) + Group(9, 1, Group(4, 0, "")) + Leaf("", 0) + Group(5, 1, Leaf("first")) +
+                               Group(5, 1, Leaf("second"));
+    const struct {
+        const char* what;
+        std::string bytes;
+        bool opens;
+        std::uint32_t group;
+        bool groupOpens;
+        std::string leaf;   // leaf 0 of the group, or of the root when the group stayed shut; "-": none
+    } rows[] = {
+        {"empty", "", false, 2, false, "-"},
+        {"inside the root header", good.substr(0, 12), false, 2, false, "-"},
+        {"wrong signature", "XBF" + good.substr(3), false, 2, false, "-"},
+        {"root a leaf", "XFF" + Be16(1) + Leaf(std::string(8, '\0')), false, 2, false, "-"},
+        {"root count past the end", "XFF" + Be16(1) + Group(0, 0xFFFFFFFFu, Leaf("")), false, 2, false, "-"},
+        {"group count past the end", "XFF" + Be16(1) + Group(0, 1, Group(2, 40000, Leaf(""))), true, 2, false,
+         Be32(2) + Be16(0)},
+        {"length past the end", good.substr(0, good.size() - 2), true, 2, true, "-"},
+        {"version changed, bytes appended", "XFF\xAB\xCD" + good.substr(5) + "junk", true, 2, true, "data"},
+        {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 5, groups), true, 5, true, "first"},
+        {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 5, groups), true, 4, false, Be32(5)},
+    };
+    for (const auto& row : rows) {
+        WriteFile("d.chk", row.bytes);
+        CChunkFile file;
+        CTextString leaf(0);
+        EXPECT_EQ(file.Open(Full("d.chk").c_str()), row.opens) << row.what;
+        EXPECT_EQ(file.OpenGroup(row.group), row.groupOpens) << row.what;
+        EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", row.leaf) << row.what;
+        EXPECT_FALSE(file.ReadLeaf(row.opens ? file.CurrentGroup()->childCount : 0, leaf)) << row.what;
+        EXPECT_EQ(file.CloseGroup() && file.IsOpen(), row.groupOpens) << row.what;   // back in the root, or closed
+        EXPECT_TRUE(file.Close()) << row.what;
+    }
+    CChunkFile file;
+    CTextString leaf(0);
+    ASSERT_TRUE(file.Open(Full("d.chk").c_str()) && file.Open(Full("elsewhere").c_str()));
+    for (int round = 0; round < 2; ++round)   // the first of two groups with one id, each time
+        EXPECT_TRUE(file.OpenGroup(5) && file.ReadLeaf(0, leaf) && leaf.Equals("first") && file.CloseGroup());
+    EXPECT_TRUE(file.ReadLeaf(2, leaf) && leaf.IsEmpty() && !file.ReadLeaf(-1, leaf) && file.CloseGroup() && !file.IsOpen());
+    EXPECT_FALSE(file.OpenGroup(5) || file.ReadLeaf(0, leaf));
+    EXPECT_TRUE(file.CloseGroup() && file.Close());
+
+    std::string answers;   // Open with each allocation failed in turn: it opens whole, or not at all
+    for (long nth = 1; nth <= 12; ++nth) {
+        CChunkFile failing;
+        FailAllocation(nth);
+        const bool opened = failing.Open(Full("d.chk").c_str());
+        FailAllocation(0);
+        answers += opened != failing.IsOpen() ? "?" : opened ? "+" : "-";
+    }
+    EXPECT_TRUE(answers.find('?') == std::string::npos && answers.find('-') != std::string::npos) << answers;
+
+    WriteFile("l.chk", "LONGER\x02\x03" + Group(0, 1, Leaf("x")));
+    CLongChunkFile longer;
+    EXPECT_TRUE(longer.Open(Full("l.chk").c_str()) && longer.Version() == 0x0203 && longer.ReadLeaf(0, leaf));
+    EXPECT_EQ(Bytes(leaf), "x");
+}
+
+// A .tmp twin stands in for a main file that is missing or damaged; "-" for no file.
+TEST_F(FilesFixture, ChunkTmpTwin)
+{
+    const std::string good = "XFF" + Be16(1) + Group(0, 0, "");
+    // main, .tmp, main read-only, Open's answer, main and .tmp afterwards
+    const std::tuple<std::string, std::string, bool, bool, std::string, std::string> rows[] = {
+        {"-", "-", false, false, "-", "-"}, {"-", good, false, true, good, "-"}, {"XBF damaged", good, true, true, good, "-"},
+        {good, "other", false, true, good, "other"}, {"bad", "also bad", false, false, "also bad", "-"},
+    };
+    auto read = [](const char* name) { return std::filesystem::exists(name) ? ReadFile(name) : "-"; };
+    for (const auto& [main, tmp, readOnly, opens, mainAfter, tmpAfter] : rows) {
+        for (const auto& [name, bytes] : {std::pair{"c.chk", main}, std::pair{"c.chk.tmp", tmp}}) {
+            std::filesystem::remove(name);
+            if (bytes != "-")
+                WriteFile(name, bytes);
+        }
+        SetAttributes(Full("c.chk").c_str(), readOnly ? AttributeReadOnly : AttributeNormal);
+        CChunkFile file;
+        EXPECT_EQ(file.Open(Full("c.chk").c_str()), opens) << main;
+        EXPECT_TRUE(file.Close());
+        EXPECT_EQ(read("c.chk") + "|" + read("c.chk.tmp"), mainAfter + "|" + tmpAfter);
+        EXPECT_EQ(GetAttributes(Full("c.chk").c_str()) & AttributeReadOnly, mainAfter == "-" ? 1u : 0u);
+    }
+}
+
+TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
+{
+    const std::string type = Group(1, 1, Leaf("EventProfile"));
+    auto file = [](std::uint32_t count, const std::string& children) { return "XBF" + Be16(1) + Group(0, count, children); };
+    const std::pair<std::string, std::string> rows[] = {
+        {Profile(" Pad 1 "), " Pad 1 "},
+        {file(4, Group(8, 1, Leaf("z")) + Group(3, 2, Leaf("Yoke") + Leaf("x")) + Leaf("") + type), "Yoke"},
+        {"XFF" + Profile("Racing").substr(3), ""},
+        {file(2, Group(1, 1, Leaf("eventprofile")) + Group(3, 1, Leaf("A"))), ""},
+        {file(2, Group(1, 1, Leaf(std::string("EventProfile", 13))) + Group(3, 1, Leaf("A"))), ""},
+        {file(1, type), ""},
+        {file(2, type + Group(3, 0, "")), ""},
+        {Profile("Racing").substr(0, 74), ""},
+    };
+    CEventProfile profile;
+    for (const auto& [bytes, name] : rows) {
+        WriteFile("x.idprof", bytes);
+        EXPECT_EQ(Bytes(profile.ReadProfileName(Make(Full("x.idprof")))), name);
+        EXPECT_FALSE(profile.IsOpen());
+    }
+    OverrideProgramPath(Full("Linkwright.exe").c_str());
+    CChain<CTextString> list;
+    ASSERT_TRUE(InsertEntry(list, CTextString("stale")));
+    EXPECT_TRUE(profile.ListProfiles(list) && list.IsEmpty());
+    for (const char* name : {"a.idprof", "B.IDPROF", "c.idprof", "junk.idprof", "d.idprof.tmp", "e.txt", "sub/f.idprof"})
+        WriteFile(std::string("Profiles/") + name, name[0] == 'j' ? "junk" : Profile(name[0] == 'c' ? "Yoke" : "Wheel"));
+    EXPECT_TRUE(profile.ListProfiles(list));
+    std::multiset<std::string> names;
+    for (CChainNode<CTextString>* node = list.Head(); node; node = node->next)
+        names.insert(Bytes(*node->payload));
+    EXPECT_EQ(names, std::multiset<std::string>({"Wheel", "Wheel", "Yoke"}));
+    OverrideProgramPath(nullptr);
+}

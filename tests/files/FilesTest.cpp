@@ -1,0 +1,162 @@
+// The path helpers, CFileWalker and CWindowedFile on real files in a throw-away folder.
+
+#include <set>
+
+#include "files/FileWalker.h"
+#include "files/WindowedFile.h"
+#include "tests/files/FilesFixture.h"
+#include "text/Allocation.h"
+
+TEST_F(FilesFixture, PathHelpers)
+{
+    WriteFile("f.txt", "12345");
+    std::filesystem::create_directories("d");
+    const std::pair<std::string, bool> rows[] = {   // a path, and whether it exists
+        {"", false}, {"Z", false}, {"Z:", true}, {"z:\\", true}, {"Q:", false}, {"1:", false}, {"\\x", false},
+        {"a\\b\\", false}, {Full("f.txt"), true}, {Full("d"), true}, {Full("none"), false},
+    };
+    for (const auto& [path, exists] : rows) {
+        const std::size_t cut = path.rfind('\\');
+        CTextString text = Make(path);
+        EnsureBackslash(text);
+        EXPECT_EQ(PathExists(path.c_str()), exists) << path;
+        EXPECT_EQ(std::string(FileNamePart(path.c_str())) + "|" + Bytes(FolderOf(path.c_str(), false)) + "|" +
+                      Bytes(FolderOf(path.c_str(), true)) + "|" + Bytes(text),
+                  path.substr(cut + 1) + "|" + (cut == std::string::npos ? "|" : path.substr(0, cut + 1) + "|" + path.substr(0, cut)) +
+                      "|" + path + (!path.empty() && path.back() == '\\' ? "" : "\\"));
+    }
+    FileFacts facts{};
+    std::uint64_t size = 0;
+    EXPECT_TRUE(GetFileFacts(Full("f.*").c_str(), &facts) && GetFileSize64(Full("f.txt").c_str(), &size));
+    EXPECT_EQ(facts.sizeLow + facts.sizeHigh + (facts.attributes & AttributeDirectory) + size, 10u);
+    EXPECT_TRUE(GetFileFacts(Full("d").c_str(), &facts) && (facts.attributes & AttributeDirectory));
+    EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size));
+    EXPECT_EQ(facts.valid, FactsComplete);
+
+    OverrideProgramPath(Full("prog\\Linkwright.exe").c_str());
+    EXPECT_EQ(Bytes(ModulePath(nullptr)) + "|" + Bytes(ModuleFolder(nullptr)), Full("prog\\Linkwright.exe|") + Full("prog"));
+    OverrideProgramPath(nullptr);
+
+    EXPECT_TRUE(WriteWholeFile(Full("w").c_str(), Make(std::string("a\0b", 3))) && WriteWholeFile(Full("e").c_str(), Make("")));
+    EXPECT_EQ(ReadFile("w") + "|" + ReadFile("e"), std::string("a\0b|", 4));
+    EXPECT_FALSE(WriteWholeFile(Full("none\\w").c_str(), Make("a")));
+    CTextString text("abc");
+    EXPECT_EQ(text.WriteToHandle(InvalidFileHandle) + text.ReadFromHandle(InvalidFileHandle, 5), -2);
+    EXPECT_EQ(Bytes(text), "");
+}
+
+TEST_F(FilesFixture, WalkerRows)
+{
+    for (const char* file : {"a.txt", "bb.dat", "sub/c.txt", "sub/deep/d.txt", "dir.txt/g.txt", "dir.txt/f.dat"})
+        WriteFile(file, file);
+    const std::string full = base + "\\";
+    // What each walk gives, sorted: the root, then each entry, "/" for a folder, ":" and the
+    // size when its facts were had, "~" for this folder in full names.
+    const std::tuple<std::uint32_t, const char*, std::string, const char*, bool, const char*> rows[] = {
+        {WalkFiles | WalkFullNames, "*.TXT", full, nullptr, false, "~\\ ~\\a.txt"},
+        {WalkFiles | WalkFacts, nullptr, base, "", false, "~\\ a.txt:5 bb.dat:6"},
+        {WalkFolders, nullptr, ".", nullptr, false, "~\\ dir.txt/ sub/"},
+        {WalkFiles | WalkFolders | WalkRecurse, nullptr, "", nullptr, false,
+         "~\\ a.txt bb.dat dir.txt/ dir.txt\\f.dat dir.txt\\g.txt sub/ sub\\c.txt sub\\deep/ sub\\deep\\d.txt"},
+        {WalkFiles | WalkRecurse | WalkFullNames, "*.txt", base, "*", false,
+         "~\\ ~\\a.txt ~\\dir.txt\\g.txt ~\\sub\\c.txt ~\\sub\\deep\\d.txt"},
+        {WalkFiles | WalkRecurse, "*.txt", base, "*.TXT", false, "~\\ a.txt dir.txt\\g.txt"},
+        {WalkFiles | WalkFolders | WalkRecurse, "*.txt", base, "s*", true, "~\\ a.txt sub/ sub\\c.txt sub\\deep/ sub\\deep\\d.txt"},
+        {WalkFiles | WalkFolders | WalkRecurse, "*.txt", base, "s*", false, "~\\ a.txt sub/ sub\\c.txt"},
+        {WalkFolders | WalkRecurse | WalkFacts, nullptr, base, "*", false, "~\\ dir.txt/:0 sub/:0 sub\\deep/:0"},
+        {WalkRecurse | WalkFullNames, nullptr, base, nullptr, false, ""},
+        {WalkFiles, nullptr, ".\\sub", nullptr, false, "~\\sub\\ c.txt"},
+        {WalkFiles, nullptr, ".missing", nullptr, false, ".missing\\"},
+        {WalkFiles, nullptr, full + "none", nullptr, false, "~\\none\\"},
+    };
+    for (const auto& [flags, files, start, folders, anyBelow, expected] : rows) {
+        CFileWalker walker(flags, files, start.c_str(), folders, anyBelow);
+        auto shown = [&](std::string name) { return name.rfind(full, 0) == 0 ? "~\\" + name.substr(full.size()) : name; };
+        std::set<std::string> walked;
+        std::string order;
+        CWalkEntry entry;
+        while (walker.Next(entry)) {
+            const std::string name = shown(Bytes(entry.name));
+            const std::size_t cut = name.rfind('\\');   // a folder comes ahead of what it holds
+            EXPECT_TRUE(!(flags & WalkFolders) || cut == std::string::npos ||
+                        order.find(" " + name.substr(0, cut) + "/") != std::string::npos);
+            order += " " + name + (entry.isFolder ? "/" : "");
+            walked.insert(name + (entry.isFolder ? "/" : "") +
+                          (entry.factsValid == 1 ? ":" + std::to_string(entry.facts.sizeLow * !entry.isFolder) : ""));
+        }
+        std::string walk = shown(Bytes(walker.Root()));
+        for (const std::string& name : walked)
+            walk += " " + name;
+        EXPECT_EQ(walk, expected);
+        EXPECT_FALSE(walker.Next(entry));
+        EXPECT_EQ(Bytes(CurrentFolder()), base);
+    }
+    for (long nth = 1; nth <= 60; ++nth) {   // a name cut short for want of memory is never delivered
+        CFileWalker failing(WalkFiles | WalkFolders | WalkRecurse | WalkFullNames, nullptr, base.c_str(), nullptr, false);
+        CWalkEntry fresh;
+        FailAllocation(nth);
+        for (std::string name; failing.Next(fresh) && !(name = Bytes(fresh.name)).empty();)
+            EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
+        FailAllocation(0);
+    }
+    CWalkEntry entry;
+    CFileWalker walker(WalkFiles | WalkFolders, nullptr, base.c_str(), nullptr, false);
+    while (walker.Next(entry) && !entry.isFolder) {
+    }
+    EXPECT_EQ(walker.PendingCount(), 1);   // the other folder waits, until a Reset ends the walk
+    walker.Reset();
+    EXPECT_FALSE(walker.PendingCount() || walker.Next(entry));
+}
+
+TEST_F(FilesFixture, WindowedFileReads)
+{
+    std::string bytes(300000, 0);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7 + i / 251);
+    WriteFile("w.bin", bytes);
+    WriteFile("empty", "");
+    CWindowedFile file(Full("w.bin").c_str());
+    ASSERT_TRUE(file.Open(false));
+    // Each read, and where the window starts afterwards: forward moves start at the byte,
+    // backward ones half a window before it; a failed read keeps the window.
+    const std::uint64_t reads[][2] = {{1, 0}, {0, 0}, {131071, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
+                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}};
+    for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
+        const std::uint64_t at = reads[i][0];
+        const int expected = at < bytes.size() ? bytes[at] & 0xFF : -1;
+        EXPECT_EQ(i % 2 ? file.ReadByte(at) : file.ReadByte(static_cast<std::uint32_t>(at)), expected) << at;
+        EXPECT_EQ(file.WindowStart(), reads[i][1]) << at;
+    }
+    CTextString out(0);
+    std::uint16_t word = 0;
+    std::uint32_t value = 0, low = 0, high = 1;
+    EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 5) && Bytes(out) == bytes.substr(131070, 5));
+    EXPECT_FALSE(file.Read(out, std::uint32_t{299998}, 5));
+    EXPECT_EQ(Bytes(out), bytes.substr(299998));
+    EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{131071}) && file.ReadBigEndian32(&value, std::uint64_t{196605}));
+    EXPECT_EQ(word, (bytes[131071] & 0xFF) << 8 | (bytes[131072] & 0xFF));
+    EXPECT_EQ(value, static_cast<std::uint32_t>((bytes[196605] & 0xFF) << 24 | (bytes[196606] & 0xFF) << 16 |
+                                                (bytes[196607] & 0xFF) << 8 | (bytes[196608] & 0xFF)));
+    EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian32(&value, std::uint64_t{299997}));
+    EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
+    const std::uint64_t window = file.WindowStart();
+    EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes);
+    EXPECT_EQ(file.WindowStart(), window);
+    EXPECT_TRUE(file.Close() && file.Close());
+    EXPECT_EQ(file.ReadByte(std::uint64_t{0}) + file.ReadByte(std::uint32_t{0}), -2);
+    EXPECT_FALSE(file.ReadAll(out));
+
+    ASSERT_TRUE(file.Open(true));   // whole-file mode
+    EXPECT_EQ(file.ReadByte(std::uint32_t{299999}) + file.ReadByte(std::uint64_t{300000}), (bytes[299999] & 0xFF) - 1);
+    EXPECT_TRUE(file.Read(out, std::uint32_t{5}, 3) && Bytes(out) == bytes.substr(5, 3));
+    EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
+
+    EXPECT_TRUE(file.LoadWhole(Full("empty").c_str(), out) && out.IsEmpty());
+    EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
+    EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
+    FailAllocation(1);   // the window
+    EXPECT_FALSE(file.Open(false));
+    FailAllocation(0);
+    CWindowedFile unnamed(nullptr);
+    EXPECT_FALSE(unnamed.Open(false));
+}
