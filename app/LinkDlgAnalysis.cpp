@@ -19,7 +19,9 @@ const int LinkExtensionLength = sizeof(LinkExtension) - 1;
 
 // Only the end of the target is compared with the parent's name, so any file whose name
 // ends in it counts; this program is recognised by its whole path. While m_restoringAll is
-// set nothing is shown.
+// set nothing is shown and the controls are left alone: the dialog of a restore-all run is
+// never seen, as it closes before it appears, and switching its controls costs most of the
+// run's time.
 std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/)
 {
     m_selected.Clear();
@@ -27,7 +29,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
     m_targetDir.MakeEmpty();
     m_args.MakeEmpty();
     RefreshIcon();
-    ResetControls();
+    if (!m_restoringAll)
+        ResetControls();
 
     const CTextString& linkTarget = m_dropTarget.m_linkTarget;
     const CTextString programPath = ModulePath(nullptr);
@@ -38,7 +41,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
             TakeApartArguments(m_dropTarget.m_linkArgs, m_argTokens, m_selected, m_target, m_targetDir, m_args);
         m_isEnhanced = !m_target.IsEmpty() && !m_selected.IsEmpty();
         if (m_isEnhanced) {
-            RefreshSelected();
+            if (!m_restoringAll)
+                RefreshSelected();
             editable = true;
         } else if (!m_restoringAll) {
             ShowMessage("This is a shortcut to Zelmardeck itself, and cannot be modified.", "Zelmardeck Shortcut",
@@ -56,6 +60,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
         editable = true;
     }
+    if (m_restoringAll)
+        return 0;
     if (editable)
         ShowEditable();
 
