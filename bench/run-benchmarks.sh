@@ -5,6 +5,8 @@
 #   2. Linkwright.exe -RestoreAll over 1,000 listed enhanced shortcuts, under Wine;
 #   3. the start of Linkwright.exe until its dialog is visible, under Wine.
 # Not part of the test command. Rounds: SCAN_ROUNDS (15), RESTORE_ROUNDS (3), START_ROUNDS (50).
+# Another build can be measured with the same baselines: CATALOGUE_BENCHMARK names its
+# catalogue_benchmark, LINKWRIGHT_EXE its Linkwright.exe.
 # The raw figures stay in build/bench-native/ and build/bench-windows/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -32,7 +34,7 @@ cmake --build "$windows" --target Linkwright ZelmarStandIn bench_shortcuts bare_
 results=()
 
 echo "=== 1. catalogue scan ($scan_rounds rounds)"
-"$native/bench/catalogue_benchmark" --benchmark_repetitions="$scan_rounds" \
+"${CATALOGUE_BENCHMARK:-$native/bench/catalogue_benchmark}" --benchmark_repetitions="$scan_rounds" \
   --benchmark_enable_random_interleaving=true --benchmark_min_time=0.5 \
   --benchmark_out="$native/catalogue.json" --benchmark_out_format=json >/dev/null
 results+=("$(bench/ratios.py gbench "$native/catalogue.json")")
@@ -55,7 +57,8 @@ drive_c="$WINEPREFIX/drive_c"
 inst="$drive_c/Bench"
 rm -rf "$inst" "$drive_c/BenchGames"
 mkdir -p "$inst/Profiles" "$inst/Shortcuts" "$drive_c/BenchGames"
-cp "$windows/app/Linkwright.exe" "$windows/bench/bare_start.exe" "$windows/bench/bare_restore.exe" "$inst/"
+cp "${LINKWRIGHT_EXE:-$windows/app/Linkwright.exe}" "$inst/Linkwright.exe"
+cp "$windows/bench/bare_start.exe" "$windows/bench/bare_restore.exe" "$inst/"
 cp "$windows/tests/e2e/Zelmar.exe" "$inst/Zelmar.exe"
 cp "$windows/tests/e2e/Zelmar.exe" "$drive_c/BenchGames/Game.exe"
 "$native/tools/make_profile" "$(winpath "$inst/Profiles/wheel.idprof")" "Racing Wheel"
