@@ -37,8 +37,9 @@ def gbench(path):
         if "grown_KiB" in product[0]:
             grown = statistics.median(b["grown_KiB"] for b in product)
             grown_bare = statistics.median(b["grown_KiB"] for b in bare)
+            held = statistics.median(b.get("held_KiB", 0) for b in product)
             print(f"{'':<34} peak resident above start: {grown:.0f} KiB against {grown_bare:.0f} KiB "
-                  f"(+{(grown - grown_bare) / 1024:.2f} MiB)")
+                  f"(+{(grown - grown_bare) / 1024:.2f} MiB), of which the catalogue made holds {held:.0f} KiB")
 
 
 def pairs(path, title):
