@@ -43,7 +43,9 @@ std::intptr_t NotLoaded(CLinkDlg& dialog)
 
 // Only the end of the target is compared with the parent's name, so any file whose name
 // ends in it counts; this program is recognised by its whole path. While m_restoringAll is
-// set nothing is shown. A shortcut whose values could not be taken over whole is not
+// set nothing is shown and the controls are left alone: the dialog of a restore-all run is
+// never seen, as it closes before it appears, and switching its controls costs most of the
+// run's time. A shortcut whose values could not be taken over whole is not
 // loaded at all: Save and Restore would write only part of it.
 std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/)
 {
@@ -53,7 +55,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
     m_args.MakeEmpty();
     m_isEnhanced = false;
     RefreshIcon();
-    ResetControls();
+    if (!m_restoringAll)
+        ResetControls();
 
     const CTextString& linkTarget = m_dropTarget.m_linkTarget;
     const CTextString programPath = ModulePath(nullptr);
@@ -70,7 +73,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
             return NotLoaded(*this);
         m_isEnhanced = !m_target.IsEmpty() && !m_selected.IsEmpty();
         if (m_isEnhanced) {
-            RefreshSelected();
+            if (!m_restoringAll)
+                RefreshSelected();
             editable = true;
         } else if (!m_restoringAll) {
             ShowMessage("This is a shortcut to Zelmardeck itself, and cannot be modified.", "Zelmardeck Shortcut",
@@ -86,6 +90,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
         editable = true;
     }
+    if (m_restoringAll)
+        return 0;
     if (editable)
         ShowEditable();
 

@@ -4,17 +4,52 @@
 #include "chunks/ChunkFile.h"
 
 #include "files/Paths.h"
+#include "text/Allocation.h"
 
 #include <cstring>
 
 CChunkGroup::CChunkGroup(const CChunkGroup& other)
-    : CChunkHeader(other), id(other.id), childCount(other.childCount)
+    : CChunkHeader(other), id(other.id), childCount(other.childCount), children(nullptr), keptChildren(0),
+      childRoom(0)
 {
-    for (CChainNode<CChunkHeader>* node = other.children.Head(); node; node = node->next) {
-        CChunkHeader* copy = HeapNew<CChunkHeader>(*node->payload);
-        if (copy && !children.Append(copy))
-            HeapDelete(copy);
+    for (std::int32_t i = 0; i < other.keptChildren; ++i) {
+        if (!KeepChild(other.children[i]))
+            break;
     }
+}
+
+CChunkGroup::~CChunkGroup()
+{
+    ForgetChildren();
+}
+
+void CChunkGroup::ForgetChildren()
+{
+    FreeBlock(children);
+    children = nullptr;
+    keptChildren = 0;
+    childRoom = 0;
+}
+
+// The block doubles when full, so that a group of n children costs about log n blocks.
+bool CChunkGroup::KeepChild(const CChunkHeader& child)
+{
+    if (keptChildren == childRoom) {
+        const std::int32_t room = childRoom == 0 ? 4 : childRoom * 2;
+        if (room <= childRoom)
+            return false;
+        void* block = AllocateBlock(static_cast<std::size_t>(room) * sizeof(CChunkHeader));
+        if (!block)
+            return false;
+        CChunkHeader* grown = static_cast<CChunkHeader*>(block);
+        for (std::int32_t i = 0; i < room; ++i)
+            new (&grown[i]) CChunkHeader(i < keptChildren ? children[i] : CChunkHeader());
+        FreeBlock(children);
+        children = grown;
+        childRoom = room;
+    }
+    children[keptChildren++] = child;
+    return true;
 }
 
 CChunkFile::CChunkFile()
@@ -69,7 +104,7 @@ bool CChunkFile::Close()
 bool CChunkFile::PushGroup(const CChunkGroup& group)
 {
     CChunkGroup* copy = HeapNew<CChunkGroup>(group);
-    if (!copy || copy->children.Count() != group.children.Count() || !openGroups.Append(copy)) {
+    if (!copy || copy->keptChildren != group.keptChildren || !openGroups.Append(copy)) {
         HeapDelete(copy);
         outOfMemory = true;
         return false;
@@ -218,16 +253,14 @@ bool CChunkFile::ReadGroupHeader(CChunkGroup& group, std::uint64_t position)
 // moves at least six bytes a child and so ends at the end of the file.
 bool CChunkFile::ScanChildren(CChunkGroup& group)
 {
-    group.children.Clear();
+    group.ForgetChildren();
     std::uint64_t position = group.offset;
     const std::uint32_t count = static_cast<std::uint32_t>(group.childCount);
     for (std::uint32_t i = 0; i < count; ++i) {
         CChunkHeader child;
         if (!ReadChunkHeader(child, position))
             return false;
-        CChunkHeader* copy = HeapNew<CChunkHeader>(child);
-        if (!copy || !group.children.Append(copy)) {
-            HeapDelete(copy);
+        if (!group.KeepChild(child)) {
             outOfMemory = true;
             return false;
         }
@@ -242,13 +275,13 @@ bool CChunkFile::OpenReadGroup(std::uint32_t id)
 {
     CChunkGroup found;
     bool match = false;
-    CChainNode<CChunkHeader>* node = currentGroup->children.Head();
-    for (std::int32_t index = 0; node && index < currentGroup->childCount && !match;
-         ++index, node = node->next) {
-        if (node->payload->type != 1)
+    const std::int32_t records = currentGroup->keptChildren;
+    for (std::int32_t index = 0; index < records && index < currentGroup->childCount && !match; ++index) {
+        const CChunkHeader& child = currentGroup->children[index];
+        if (child.type != 1)
             continue;
-        static_cast<CChunkHeader&>(found) = *node->payload;
-        if (!ReadGroupHeader(found, node->payload->offset))
+        static_cast<CChunkHeader&>(found) = child;
+        if (!ReadGroupHeader(found, child.offset))
             return false;
         match = found.id == id;
     }
@@ -267,10 +300,10 @@ bool CChunkFile::ReadLeaf(std::int32_t index, CTextString& out)
 {
     if (!isOpen || isWriting || !currentGroup || index < 0 || index >= currentGroup->childCount)
         return false;
-    CChainNode<CChunkHeader>* node = currentGroup->children.ElementAt(index);
-    if (!node || index >= currentGroup->children.Count())
+    if (index >= currentGroup->keptChildren)
         return false;   // the record could not be had when the group was opened
-    return reader.Read(out, node->payload->offset, node->payload->length);
+    const CChunkHeader& child = currentGroup->children[index];
+    return reader.Read(out, child.offset, child.length);
 }
 
 bool CChunkFile::CloseReadGroup()

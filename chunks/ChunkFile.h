@@ -29,18 +29,26 @@ struct CChunkHeader {
     std::uint64_t offset;
 };
 
-// One open group. While reading, children lists its direct children in file order; while
-// writing, length and childCount count what has been finished and begun so far.
+// One open group. While reading, children holds the records of its direct children in file
+// order, in one block of its own; while writing, length and childCount count what has been
+// finished and begun so far.
 struct CChunkGroup : CChunkHeader {
-    CChunkGroup() : id(0), childCount(0) { type = 1; }
-    // Copies the header fields and every child record; a record that cannot be had is
-    // left out.
+    CChunkGroup() : id(0), childCount(0), children(nullptr), keptChildren(0), childRoom(0) { type = 1; }
+    // Copies the header fields and the child records; records that cannot be had are left
+    // out.
     CChunkGroup(const CChunkGroup& other);
     CChunkGroup& operator=(const CChunkGroup&) = delete;
+    ~CChunkGroup();
+
+    // Adds a record behind the others; false when there is no memory for it.
+    bool KeepChild(const CChunkHeader& child);
+    void ForgetChildren();
 
     std::uint32_t id;
     std::int32_t childCount;
-    CChain<CChunkHeader> children;
+    CChunkHeader* children;       // owned; keptChildren records, room for childRoom
+    std::int32_t keptChildren;    // fewer than childCount when memory ran out
+    std::int32_t childRoom;
 };
 
 class CChunkFile {

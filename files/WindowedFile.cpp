@@ -176,48 +176,74 @@ bool CWindowedFile::Read(CTextString& out, std::uint32_t offset, std::uint32_t n
     return true;
 }
 
+// The bytes go over in runs: as much of the window (or the image) as lies from the offset
+// on, then the window is reloaded at the next byte, as ReadByte would reload it.
 bool CWindowedFile::Read(CTextString& out, std::uint64_t offset, std::uint32_t n)
 {
     out.MakeEmpty();
-    for (std::uint32_t i = 0; i < n; ++i) {
-        const std::int16_t byte = ReadByte(offset + i);
-        if (byte < 0)
-            return false;
-        out.AppendChar(static_cast<char>(byte));
-        if (static_cast<std::uint32_t>(out.Length()) != i + 1)
-            return false;   // no memory for the byte
+    std::uint32_t done = 0;
+    while (done < n) {
+        const std::uint64_t at = offset + done;
+        const unsigned char* run = nullptr;
+        std::uint64_t available = 0;
+        if (inMemory) {
+            if (at >= static_cast<std::uint64_t>(image.Length()))
+                return false;
+            run = reinterpret_cast<const unsigned char*>(image.Text()) + at;
+            available = static_cast<std::uint64_t>(image.Length()) - at;
+        } else {
+            if (!window)
+                return false;
+            if ((at < windowStart || at > windowLast) && !LoadWindow(at))
+                return false;
+            run = window + (at - windowStart);
+            available = windowLast - at + 1;
+        }
+        const std::uint32_t take = available < n - done ? static_cast<std::uint32_t>(available) : n - done;
+        const int before = out.Length();
+        out.AppendBytes(run, static_cast<int>(take));
+        if (out.Length() != before + static_cast<int>(take))
+            return false;   // no memory for the run
+        done += take;
     }
     return true;
 }
 
+// The bytes are taken one by one into a local array: no string is built for them.
 bool CWindowedFile::ReadBigEndian16(std::uint16_t* value, std::uint32_t offset)
 {
-    CTextString bytes(0);
-    if (!Read(bytes, offset, 2))
-        return false;
-    const unsigned char* b = reinterpret_cast<const unsigned char*>(bytes.Text());
+    std::int16_t b[2];
+    for (std::uint32_t i = 0; i < 2; ++i) {
+        b[i] = ReadByte(static_cast<std::uint32_t>(offset + i));
+        if (b[i] < 0)
+            return false;
+    }
     *value = static_cast<std::uint16_t>(b[0] << 8 | b[1]);
     return true;
 }
 
 bool CWindowedFile::ReadBigEndian16(std::uint16_t* value, std::uint64_t offset)
 {
-    CTextString bytes(0);
-    if (!Read(bytes, offset, 2))
-        return false;
-    const unsigned char* b = reinterpret_cast<const unsigned char*>(bytes.Text());
+    std::int16_t b[2];
+    for (std::uint32_t i = 0; i < 2; ++i) {
+        b[i] = ReadByte(offset + i);
+        if (b[i] < 0)
+            return false;
+    }
     *value = static_cast<std::uint16_t>(b[0] << 8 | b[1]);
     return true;
 }
 
 bool CWindowedFile::ReadBigEndian32(std::uint32_t* value, std::uint64_t offset)
 {
-    CTextString bytes(0);
-    if (!Read(bytes, offset, 4))
-        return false;
-    const unsigned char* b = reinterpret_cast<const unsigned char*>(bytes.Text());
-    *value = static_cast<std::uint32_t>(b[0]) << 24 | static_cast<std::uint32_t>(b[1]) << 16 |
-             static_cast<std::uint32_t>(b[2]) << 8 | b[3];
+    std::uint32_t result = 0;
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        const std::int16_t byte = ReadByte(offset + i);
+        if (byte < 0)
+            return false;
+        result = result << 8 | static_cast<std::uint32_t>(byte);
+    }
+    *value = result;
     return true;
 }
 

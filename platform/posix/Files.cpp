@@ -16,6 +16,7 @@
 namespace {
 
 const int NativePathSize = PATH_MAX;
+const std::uint32_t MaxReadBytes = 0x7FFFF000u;   // Linux's limit on one read
 
 std::uint32_t g_lastError = 0;
 char g_programPath[PathBufferSize];
@@ -238,13 +239,17 @@ FileHandle OpenFileForReading(const char* path)
     char native[NativePathSize];
     if (!ToNative(path, native))
         return InvalidFileHandle;
-    if (IsFolder(native)) {
-        Fail(ErrorAccessDenied);
-        return InvalidFileHandle;
-    }
     const int file = open(native, O_RDONLY | O_CLOEXEC);
     if (file < 0) {
         FailErrno(native);
+        return InvalidFileHandle;
+    }
+    // POSIX opens a folder for reading; Windows refuses. The open descriptor is asked, not
+    // the path again.
+    struct stat facts;
+    if (fstat(file, &facts) == 0 && S_ISDIR(facts.st_mode)) {
+        close(file);
+        Fail(ErrorAccessDenied);
         return InvalidFileHandle;
     }
     Succeed();
@@ -283,16 +288,19 @@ bool ReadFromFile(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t*
         return Fail(6);
     char* into = static_cast<char*>(buffer);
     // A read is retried until it has n bytes or meets the end, as ReadFile on a disk file.
+    // A disk file gives less than was asked only at its end, so a short read ends the
+    // loop without a second read to find the end. One read gives at most MaxReadBytes.
     while (*delivered < n) {
-        const ssize_t got = read(static_cast<int>(file), into + *delivered, n - *delivered);
+        const std::uint32_t asked = n - *delivered < MaxReadBytes ? n - *delivered : MaxReadBytes;
+        const ssize_t got = read(static_cast<int>(file), into + *delivered, asked);
         if (got < 0) {
             if (errno == EINTR)
                 continue;
             return FailErrno(nullptr);
         }
-        if (got == 0)
-            break;
         *delivered += static_cast<std::uint32_t>(got);
+        if (static_cast<std::uint32_t>(got) < asked)
+            break;
     }
     return Succeed();
 }
