@@ -168,22 +168,15 @@ bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& work)
                                                     reinterpret_cast<void**>(&link)))
                       && SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))
                       && work(link, file);
-    if (file)
-        file->Release();
-    if (link)
-        link->Release();
+    for (IUnknown* object : {static_cast<IUnknown*>(file), static_cast<IUnknown*>(link)})
+        if (object)
+            object->Release();
     if (SUCCEEDED(com))
         CoUninitialize();
     return done;
 }
 
 }  // namespace
-
-struct DragState {
-    HANDLE ended = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    DWORD effect = DROPEFFECT_NONE;
-    ~DragState() { CloseHandle(ended); }
-};
 
 CRun::~CRun()
 {
@@ -250,22 +243,23 @@ bool WaitIdle(HWND window)
     return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr) != 0;
 }
 
-Box ReadBox(HWND window)
+std::string ReadBox(HWND window)
 {
-    Box box{Text(window)};
+    std::string text, buttons;
+    bool icon = false;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char kind[16] = {};
         GetClassNameA(child, kind, sizeof(kind));
         if (!IsWindowVisible(child))
             continue;
         if (lstrcmpiA(kind, "Button") == 0)
-            box.buttons.push_back(Text(child));
+            buttons += "|" + Text(child);
         else if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
-            box.icon = box.icon || Ask(child, STM_GETICON, 0, 0) != 0;
-        else if (lstrcmpiA(kind, "Static") == 0 && box.text.empty())
-            box.text = Text(child);
+            icon = icon || Ask(child, STM_GETICON, 0, 0) != 0;
+        else if (lstrcmpiA(kind, "Static") == 0 && text.empty())
+            text = Text(child);
     }
-    return box;
+    return Text(window) + "|" + text + (icon ? "|icon" : "|no icon") + buttons;
 }
 
 bool Picture(HWND window, const std::string& path)
@@ -367,25 +361,27 @@ void CDrag::Start(HWND window, const std::vector<std::string>& names)
         for (char c : name + '\0')
             block += std::string{c, '\0'};
     block += std::string(2, '\0');
-    m_state = std::make_shared<DragState>();
-    std::thread([state = m_state, window, block] {
+    std::packaged_task<DWORD()> drag([window, block] {
+        DWORD effect = DROPEFFECT_NONE;
         OleInitialize(nullptr);
         if (const HWND files = PressOnFiles()) {
             CHand hand(block, Centre(files), Centre(window));
-            DoDragDrop(&hand, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &state->effect);
+            DoDragDrop(&hand, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
             DestroyWindow(files);
         }
         if (GetAsyncKeyState(VK_LBUTTON) & 0x8000)   // a drag that failed leaves no button down
             static_cast<void>(SendPointer(Centre(window), MOUSEEVENTF_LEFTUP));
         OleUninitialize();
-        SetEvent(state->ended);
-    }).detach();
+        return effect;
+    });
+    m_effect = drag.get_future().share();
+    std::thread(std::move(drag)).detach();
 }
 
 bool CDrag::Finish(DWORD ms, DWORD* effect)
 {
-    const bool ended = WaitForSingleObject(m_state->ended, ms) == WAIT_OBJECT_0;
-    *effect = m_state->effect;
+    const bool ended = m_effect.wait_for(std::chrono::milliseconds(ms)) == std::future_status::ready;
+    *effect = ended ? m_effect.get() : DWORD(DROPEFFECT_NONE);
     return ended;
 }
 

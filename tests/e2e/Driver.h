@@ -7,7 +7,7 @@
 #include <windows.h>
 
 #include <functional>
-#include <memory>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -39,13 +39,8 @@ std::string Text(HWND window);
 // True once the window's thread is between two handlers.
 [[nodiscard]] bool WaitIdle(HWND window);
 
-// What a standard message box shows; icon: whether it shows one at all.
-struct Box {
-    std::string caption, text;
-    bool icon = false;
-    std::vector<std::string> buttons;
-};
-Box ReadBox(HWND box);
+// What a standard message box shows: "caption|text|icon or no icon|its buttons' texts".
+std::string ReadBox(HWND box);
 
 // The screen under the window (the desktop window: all of it) as a .ppm picture.
 [[nodiscard]] bool Picture(HWND window, const std::string& path);
@@ -69,7 +64,7 @@ public:
     [[nodiscard]] bool Finish(DWORD ms, DWORD* effect);
 
 private:
-    std::shared_ptr<struct DragState> m_state;   // shared with the drag's thread, which may outlive a check
+    std::shared_future<DWORD> m_effect;   // shared with the drag's thread, which may outlive a check
 };
 
 // A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.

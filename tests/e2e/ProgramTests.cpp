@@ -136,7 +136,6 @@ protected:
     // Presses a button and waits for what it brings about and for the end of its handler.
     bool Click(int id, const std::function<bool()>& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
     bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
-    bool Restore() { return Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE); }); }
 
     bool Add(const std::string& profile)
     {
@@ -154,10 +153,10 @@ protected:
     }
 
     // The message box under this caption, owned by the dialog, answered with OK.
-    Box Answer(const std::string& caption)
+    std::string Answer(const std::string& caption)
     {
         const HWND window = run.WaitForWindow(caption);
-        const Box box = window ? ReadBox(window) : Box{"<no box>"};
+        const std::string box = window ? ReadBox(window) : "<no box>";
         EXPECT_TRUE(window && Text(GetWindow(window, GW_OWNER)) == kDialogTitle) << "the box's owner";
         EXPECT_TRUE(window && Press(window, IDOK) && WaitUntil([&] { return !IsWindow(window); }));
         return box;
@@ -210,7 +209,6 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     EXPECT_EQ(Controls(), kPicking);
     Snap(dialog, "state-picking");
     ASSERT_TRUE(Save());
-    EXPECT_EQ(Rows(), 2);
     EXPECT_EQ(Controls(), kEnhanced);
     const std::string tail = " target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder)
                              + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
@@ -238,7 +236,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     // Without profiles an enhanced shortcut can be restored but not saved.
     ASSERT_TRUE(Remove(0));
     EXPECT_EQ(Controls(), kEnhanced);
-    ASSERT_TRUE(Restore());
+    ASSERT_TRUE(Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE); }));
     EXPECT_EQ(Controls(), kPlain);
     EXPECT_EQ(Rows(), 0);
     EXPECT_EQ(ReadShortcut(link), Describe(game));
@@ -275,7 +273,7 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         ASSERT_TRUE(row.missing != kProfileFiles || DeleteFileA(Path(std::string("Profiles\\") + profile[0]).c_str()));
     const std::string before = ReadBytes(link);
 
-    Box box;
+    std::string box;
     if (row.when == When::Start || row.when == When::StartRestoreAll) {
         ASSERT_TRUE(run.Start(Path("Linkwright.exe"), row.when == When::Start ? "" : "-RestoreAll", folder));
         box = Answer(row.caption);
@@ -295,9 +293,7 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }) && WaitIdle(dialog));
         EXPECT_EQ(Name() + Controls(), row.shownName + std::string(row.when == When::Save ? kPicking : kEmpty));
     }
-    EXPECT_EQ(box.caption + "|" + box.text, row.caption + std::string("|") + row.text);
-    EXPECT_EQ(box.icon, row.icon);
-    EXPECT_EQ(box.buttons, Names{"OK"});
+    EXPECT_EQ(box, row.caption + std::string("|") + row.text + (row.icon ? "|icon|OK" : "|no icon|OK"));
     EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")),
               (row.missing == kShortcut ? "<missing>" : before) + ListBytes({link}));
 }
