@@ -123,24 +123,6 @@ HWND PressOnFiles()
     return nullptr;
 }
 
-// A message whose lParam points at data: the system copies no list view data across
-// processes, so the data is copied into the list view's process and back.
-bool AskThere(HWND window, UINT message, WPARAM wParam, void* data, SIZE_T size)
-{
-    DWORD id = 0;
-    GetWindowThreadProcessId(window, &id);
-    const HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-    void* there = process ? VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE) : nullptr;
-    const bool ok = there && WriteProcessMemory(process, there, data, size, nullptr)
-                    && Ask(window, message, wParam, reinterpret_cast<LPARAM>(there)) > 0
-                    && ReadProcessMemory(process, there, data, size, nullptr);
-    if (there)
-        VirtualFreeEx(process, there, 0, MEM_RELEASE);
-    if (process)
-        CloseHandle(process);
-    return ok;
-}
-
 // Texts between the check's UTF-8 and the system's UTF-16.
 std::wstring Wide(const std::string& text)
 {
@@ -343,13 +325,13 @@ bool PickEntry(HWND combo, const std::string& text)
 
 bool ClickRow(HWND list, int row)
 {
-    RECT bounds{LVIR_BOUNDS};
-    if (!IsWindowEnabled(list) || !AskThere(list, LVM_GETITEMRECT, row, &bounds, sizeof(bounds)))
-        return false;
-    // Near the row's left end, on its text: the row may be wider than the list shows.
-    POINT point{bounds.left + 20, (bounds.top + bounds.bottom) / 2};
+    // Rows of one height from the top of the list, which has no header: the height is what one
+    // more row adds to the size the list would need. Near the row's left end, on its text.
+    const auto need = [&](int rows) { return HIWORD(Ask(list, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1))); };
+    const LONG height = need(2) - need(1);
+    POINT point{20, static_cast<LONG>((row - Ask(list, LVM_GETTOPINDEX, 0, 0)) * height + height / 2)};
     ClientToScreen(list, &point);
-    return ClickAt(list, point);
+    return IsWindowEnabled(list) && ClickAt(list, point);
 }
 
 void CDrag::Start(HWND window, const std::vector<std::string>& names)
