@@ -231,8 +231,7 @@ std::string ReadBox(HWND window)
     bool icon = false;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char kind[16] = {};
-        GetClassNameA(child, kind, sizeof(kind));
-        if (!IsWindowVisible(child))
+        if (!IsWindowVisible(child) || !GetClassNameA(child, kind, sizeof(kind)))
             continue;
         if (lstrcmpiA(kind, "Button") == 0)
             buttons += "|" + Text(child);
