@@ -119,8 +119,10 @@ protected:
         ASSERT_NE(dialog = run.WaitForWindow(kDialogTitle, 30000), nullptr) << "the dialog did not show";
     }
 
-    void Snap(HWND window, const std::string& name) const
+    // A picture of the window, taken once the dialog is seen in its state.
+    void Snap(HWND window, const std::string& name, const char* state = nullptr) const
     {
+        EXPECT_TRUE(!state || Controls() == state) << Controls() << " in " << name;
         EXPECT_TRUE(Picture(window, HostPath(LW_ARTIFACT_DIR "/" + name + ".ppm"))) << name;
     }
 
@@ -179,8 +181,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
         return lstrcmpiA(a.c_str(), b.c_str()) < 0;
     }));
     EXPECT_EQ(Ask(Control(IDC_PROFILE_COMBO), CB_GETCURSEL, 0, 0), 0);
-    EXPECT_EQ(Controls(), kEmpty);
-    Snap(dialog, "state-empty");
+    Snap(dialog, "state-empty", kEmpty);
     ASSERT_TRUE(Press(dialog, IDC_HELP_BUTTON));
     const HWND help = run.WaitForWindow("Help for Linkwright");
     Snap(help, "help-dialog");
@@ -203,8 +204,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     ASSERT_TRUE(PickEntry(Control(IDC_PROFILE_COMBO), "Racing Wheel") && Press(dialog, IDC_ADD));
     ASSERT_TRUE(Add("Flight Yoke"));
     ASSERT_TRUE(PickEntry(Control(IDC_PROFILE_COMBO), "flight yoke") && Press(dialog, IDC_ADD));
-    EXPECT_EQ(Controls(), kPicking);
-    Snap(dialog, "state-picking");
+    Snap(dialog, "state-picking", kPicking);
     ASSERT_TRUE(Save());
     EXPECT_EQ(Controls(), kEnhanced);
     const std::string tail = " target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder)
@@ -218,11 +218,9 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     ASSERT_TRUE(Remove(1));
     EXPECT_EQ(Controls(), kEdited);
     ASSERT_TRUE(Drop({link}, [&] { return Rows() == 2 && !Enabled(IDOK); }));
-    EXPECT_EQ(Controls(), kEnhanced);
-    Snap(dialog, "state-enhanced");
+    Snap(dialog, "state-enhanced", kEnhanced);
     ASSERT_TRUE(Add("Arcade Stick"));
-    EXPECT_EQ(Controls(), kEdited);
-    Snap(dialog, "state-edited");
+    Snap(dialog, "state-edited", kEdited);
     // Shown sorted: the last row and then the first are Racing Wheel and Arcade Stick.
     ASSERT_TRUE(Remove(2) && Remove(0));
     ASSERT_TRUE(Save());
@@ -251,8 +249,7 @@ struct Refusal {
     When when;
     Missing missing;
     Shortcut shortcut;   // paths in the installation; no target: a file that is no shortcut
-    const char* caption;
-    const char* text;
+    const char *caption, *text;
     bool icon;
     const char* shownName;
 };
@@ -353,10 +350,7 @@ TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
     const std::string bare = "profile=\"Racing Wheel\" target=" + Quoted(game.target);
     const std::string full = "profile=\"Arcade Stick\" profile=\"Flight Yoke\" target=" + Quoted(game.target)
                              + " targetDir=" + Quoted(game.folder) + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
-    const struct {
-        const char* file;
-        Shortcut before, after;
-    } rows[] = {
+    const struct { const char* file; Shortcut before, after; } rows[] = {
         {"Full.lnk", {parent, full, folder, game.icon, 0, true}, game},
         // With no icon of its own, the shell names the target it was read with.
         {"Bare.lnk", {parent, bare}, {game.target, "", "", parent}},
