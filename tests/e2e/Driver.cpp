@@ -179,11 +179,6 @@ bool CRun::Start(const std::string& exe, const std::string& arguments, const std
     return false;
 }
 
-bool CRun::WaitForEnd(DWORD ms) const
-{
-    return WaitForSingleObject(m_process.hProcess, ms) == WAIT_OBJECT_0;
-}
-
 HWND CRun::WaitForWindow(const std::string& title, DWORD ms, const char* windowClass) const
 {
     HWND found = nullptr;
@@ -218,11 +213,6 @@ bool WaitUntil(const std::function<bool()>& condition, DWORD ms)
         if (GetTickCount() - start >= ms)
             return false;
     return true;
-}
-
-bool WaitIdle(HWND window)
-{
-    return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr) != 0;
 }
 
 std::string ReadBox(HWND window)

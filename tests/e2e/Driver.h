@@ -23,7 +23,7 @@ public:
     CRun& operator=(const CRun&) = delete;
     ~CRun();
     [[nodiscard]] bool Start(const std::string& exe, const std::string& arguments, const std::string& folder);
-    [[nodiscard]] bool WaitForEnd(DWORD ms) const;
+    [[nodiscard]] bool WaitForEnd(DWORD ms) const { return WaitForSingleObject(m_process.hProcess, ms) == WAIT_OBJECT_0; }
     // A visible top-level window of the process of this class (any if null) and title (any if
     // empty), or null once ms have passed or the process has ended.
     HWND WaitForWindow(const std::string& title, DWORD ms = 15000, const char* windowClass = nullptr) const;
@@ -37,7 +37,7 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 std::string Text(HWND window);
 [[nodiscard]] bool WaitUntil(const std::function<bool()>& condition, DWORD ms = 15000);
 // True once the window's thread is between two handlers.
-[[nodiscard]] bool WaitIdle(HWND window);
+[[nodiscard]] inline bool WaitIdle(HWND window) { return SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 15000, nullptr); }
 
 // What a standard message box shows: "caption|text|icon or no icon|its buttons' texts".
 std::string ReadBox(HWND box);

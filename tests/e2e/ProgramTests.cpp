@@ -33,10 +33,7 @@ const char kListNotice[] = " currently modified. Do not delete the file \"Shortc
 const char* const kProfiles[][2] = {{"wheel.idprof", "Racing Wheel"}, {"yoke.idprof", "Flight Yoke"},
                                     {"stick.idprof", "Arcade Stick"}, {"loud.idprof", "flight yoke"}};
 
-std::string Quoted(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
+std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 // ShortcutList's bytes: each path as UTF-16 units, then one zero byte.
 std::string ListBytes(const Names& paths)
@@ -384,8 +381,7 @@ TEST_F(ProgramTest, TipsShowOverDisabledControlsAndTheComboEdit)
         RECT rect{};
         GetWindowRect(Control(id), &rect);
         ASSERT_TRUE(RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2}));
-        const HWND tip = run.WaitForWindow(text, 5000, "tooltips_class32");
-        EXPECT_NE(tip, nullptr) << "no tip \"" << text << "\" for " << id;
+        EXPECT_NE(run.WaitForWindow(text, 5000, "tooltips_class32"), nullptr) << "no tip \"" << text << "\" for " << id;
     }
     FreeLibrary(program);
 }
