@@ -1,8 +1,7 @@
 // Every allocation of a scenario failed once in turn: after each step the files of the
 // installation folder and the stand-in's shortcuts are as before the step or as a clean
 // run leaves them, never anything else, and nothing is written outside the folder.
-// Crashes and leaks are the sanitizers' to find. Then the refusals that keep a Save
-// undoable: characters outside the code page, and a line too long to be read back.
+// Crashes and leaks are the sanitizers' to find.
 
 #include "AppFixture.h"
 
@@ -243,67 +242,6 @@ TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
                               }};
     Sweep("restore-all", restoreAll, true);
     DialogModel().commandLine = "Linkwright.exe";
-}
-
-// What the code page cannot carry is refused with a plain box, whichever text holds it,
-// and a line too long to be read back is refused at Save; nothing is written.
-TEST_F(AllocationSweep, RefusalsThatKeepASaveUndoable)
-{
-    const std::string link = "C:\\Links\\Race.lnk";
-    const std::string Unsupported =
-        "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
-    const std::string TooLong = "The enhanced shortcut would be too long to be restored. Remove a profile or "
-                                "shorten the shortcut's arguments.";
-    const struct {
-        LinkText which;
-        std::u16string wide;
-        std::string arguments;
-        const char* caption;
-    } rows[] = {
-        {LinkTextPath, u"C:\\Games\\\u03A9mega.exe", "-x", "Unsupported Characters"},
-        {LinkTextArguments, u"-title \u03A9mega \u0142\u00F3d\u017A \u6E38 -x", "-x", "Unsupported Characters"},
-        {LinkTextWorkingDirectory, u"C:\\\u0141\u00F3d\u017A", "-x", "Unsupported Characters"},
-        {LinkTextIconLocation, u"C:\\\u6E38.ico", "-x", "Unsupported Characters"},
-        {LinkTextPath, u"", std::string(16340, 'a'), "Shortcut Too Long"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.caption + std::to_string(row.which));
-        ShellLinkModel::Reset();
-        LinkFile file = plain;
-        file.arguments = row.arguments;
-        ShellLinkModel::PutFile(Wide(link), file);
-        ShellLinkModel::PutWide(Wide(link), row.which, row.wide);
-        DialogModel().messageBoxes.clear();
-        CLinkDlg dialog;
-        Run(dialog, [&](CModelWindow& window) {
-            Drop(dialog, link);
-            EXPECT_EQ("Race", window.controls[IDC_SHORTCUT_NAME].text);
-            if (window.controls[IDC_ADD].enabled) {
-                window.controls[IDC_PROFILE_COMBO].selection = {0};
-                window.Press(IDC_ADD);
-                window.Press(IDOK);
-            }
-            EXPECT_EQ(row.wide.empty(), window.controls[IDOK].enabled);
-        });
-        EXPECT_EQ(Lines{row.caption + ("|" + (row.wide.empty() ? TooLong : Unsupported)) + "|0"},
-                  DialogModel().messageBoxes);
-        EXPECT_EQ(file, ShellLinkModel::GetFile(Wide(link)));
-        EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
-        EXPECT_EQ("(none)", ReadProgramFile("ShortcutList"));
-    }
-
-    // Restore-all passes such a shortcut over and writes nothing to it.
-    LinkFile enhanced = plain;
-    enhanced.path = ProgramPath("Zelmar.exe");
-    enhanced.arguments = "profile=\"Yoke\" target=\"C:\\G\\x.exe\"";
-    ShellLinkModel::PutFile(Wide(link), enhanced);
-    ShellLinkModel::PutWide(Wide(link), LinkTextArguments, u"profile=\"Yoke\" target=\"C:\\G\\\u03A9.exe\"");
-    WriteProgramFile("ShortcutList", Wide(link));
-    DialogModel().commandLine = "Linkwright.exe -RestoreAll";
-    CLinkDlg restoring;
-    Run(restoring);
-    DialogModel().commandLine = "Linkwright.exe";
-    EXPECT_EQ(0, ShellLinkModel::SaveCount(Wide(link)));
 }
 
 }   // namespace
