@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 
 #include "chunks/EventProfile.h"
@@ -42,20 +41,21 @@ protected:
         std::function<void(State&)> same = [](State&) {};
     };
 
-    State Capture() const
+    // The state, with what the scenario counts the same made the same.
+    State Capture(const Scenario& scenario) const
     {
         State state;
         for (const auto& entry : fs::recursive_directory_iterator(nativeFolder)) {
-            if (!entry.is_regular_file())
-                continue;
             const std::string name = fs::relative(entry.path(), nativeFolder).string();
-            state[name] = ReadProgramFile(name);
+            if (entry.is_regular_file())
+                state[name] = ReadProgramFile(name);
         }
         for (const std::string& link : links) {
             const LinkFile f = ShellLinkModel::GetFile(Wide(link));
             state["link " + link] = f.path + '|' + f.arguments + '|' + f.workDir + '|' + f.iconPath + '|' +
                                     std::to_string(f.iconIndex) + '|' + f.description;
         }
+        scenario.same(state);
         return state;
     }
 
@@ -68,64 +68,46 @@ protected:
         ShellLinkModel::Reset();
     }
 
-    // Whole: the state is one of the two. Item by item: each file and shortcut is as in one
-    // of them, for a step that changes many independent shortcuts.
-    static bool OneOf(const State& got, const State& before, const State& after, bool byItem)
-    {
-        if (!byItem)
-            return got == before || got == after;
-        State keys = before;
-        keys.insert(after.begin(), after.end());
-        keys.insert(got.begin(), got.end());
-        auto item = [](const State& state, const std::string& key) {
-            return state.count(key) ? "=" + state.at(key) : std::string("absent");
-        };
-        for (const auto& key : keys) {
-            if (item(got, key.first) != item(before, key.first) && item(got, key.first) != item(after, key.first))
-                return false;
-        }
-        return true;
-    }
-
     // One clean run gives the count and each step's state; then allocation n fails, for
     // every n. A step is torn when it leaves a state that is neither the one before it nor
-    // the clean one after it. It is lost when the failure fell in it and it left the state
-    // before it without telling the user; item by item, when a shortcut is left as it was
-    // though the registry file that would put it back is gone.
+    // the clean one after it (item by item: a file or shortcut that is neither, for a step
+    // that changes many independent shortcuts). It is lost when the failure fell in it and
+    // it left the state before it without telling the user; item by item, when a shortcut
+    // is left as it was though the registry file that would put it back is gone.
     void Sweep(const char* name, const Scenario& scenario, bool byItem = false)
     {
         long swept = 0, lost = 0, torn = 0, stray = 0;
         scenario.prepare();
-        std::vector<State> clean{Capture()};
+        std::vector<State> clean{Capture(scenario)};
         FailAllocation(0);
-        scenario.run([&] { clean.push_back(Capture()); });
-        for (State& state : clean)
-            scenario.same(state);
+        scenario.run([&] { clean.push_back(Capture(scenario)); });
         const long count = AllocationsMade();
         // LW_SWEEP_STRIDE=k fails only every kth allocation: for quick runs, such as mutation runs.
         const char* strideSet = std::getenv("LW_SWEEP_STRIDE");
         const long stride = strideSet ? std::max(1L, std::atol(strideSet)) : 1;
-        for (long n = 1; n <= count; n += stride) {
+        for (long n = 1; n <= count; n += stride, ++swept) {
             scenario.prepare();
-            State before = Capture();
-            scenario.same(before);
+            State before = Capture(scenario);
             std::size_t step = 0, boxes = DialogModel().messageBoxes.size();
             long madeBefore = 0;
             FailAllocation(n);
             scenario.run([&] {
                 const long made = AllocationsMade();
-                State after = Capture();
-                scenario.same(after);
-                const State& cleanAfter = clean[std::min(++step, clean.size() - 1)];
-                const bool told = DialogModel().messageBoxes.size() > boxes;
-                bool failed = scenario.tells && madeBefore < n && made >= n && !told && after == before &&
-                            after != cleanAfter;
-                const bool listGone = before.count("ShortcutList") && !after.count("ShortcutList");
-                for (const auto& item : after) {
-                    failed = failed || (byItem && listGone && item.first.rfind("link ", 0) == 0 &&
-                                    item.second == before.at(item.first) && item.second != cleanAfter.at(item.first));
+                const State after = Capture(scenario), &should = clean[std::min(++step, clean.size() - 1)];
+                bool failed = scenario.tells && madeBefore < n && made >= n &&
+                              DialogModel().messageBoxes.size() == boxes && after == before && after != should;
+                bool tornItem = false;
+                State keys = before;
+                keys.insert(after.begin(), after.end());
+                keys.insert(should.begin(), should.end());
+                auto at = [](const State& s, const std::string& key) { return s.count(key) ? "=" + s.at(key) : "-"; };
+                for (const auto& key : keys) {
+                    const std::string got = at(after, key.first), was = at(before, key.first);
+                    tornItem = tornItem || (got != was && got != at(should, key.first));
+                    failed = failed || (byItem && before.count("ShortcutList") && !after.count("ShortcutList") &&
+                                        key.first.rfind("link ", 0) == 0 && got == was && got != at(should, key.first));
                 }
-                torn += OneOf(after, before, cleanAfter, byItem) ? 0 : 1;
+                torn += (byItem ? tornItem : after != before && after != should) ? 1 : 0;
                 lost += failed ? 1 : 0;
                 before = after;
                 madeBefore = made;
@@ -134,7 +116,6 @@ protected:
             FailAllocation(0);
             for (const char* place : StrayPlaces)
                 stray += fs::remove(place) ? 1 : 0;
-            ++swept;
         }
         std::printf("sweep %s: %ld allocations swept, %ld lost, %ld torn, %ld stray\n", name, swept, lost, torn, stray);
         EXPECT_GT(swept * stride, 100);
