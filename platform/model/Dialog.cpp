@@ -110,19 +110,15 @@ void CDialog::SetItemText(int id, const char* text) { Item(window, id).text = te
 void CDialog::SetItemFont(int id, FontHandle font) { Log("SetItemFont", id, font); }
 
 // Switching a control that the dialog lacks does nothing; it is logged, as callers look first.
-void CDialog::EnableItemWindow(int id, bool enable)
+static ModelControl& Switched(const CDialog& dialog, void* window, int id)
 {
-    if (!HasItem(id))
+    if (!dialog.HasItem(id))
         Log("NoSuchItem", id);
-    Item(window, id).enabled = enable;
+    return Item(window, id);
 }
 
-void CDialog::ShowItemWindow(int id, bool show)
-{
-    if (!HasItem(id))
-        Log("NoSuchItem", id);
-    Item(window, id).visible = show;
-}
+void CDialog::EnableItemWindow(int id, bool enable) { Switched(*this, window, id).enabled = enable; }
+void CDialog::ShowItemWindow(int id, bool show) { Switched(*this, window, id).visible = show; }
 
 // Both sorted controls place a new item by their order; the item number is not looked at.
 void CDialog::ComboAddString(int id, const char* text)
@@ -134,10 +130,7 @@ void CDialog::ComboAddString(int id, const char* text)
 
 void CDialog::ListInsertItem(int id, int, const char* text) { ComboAddString(id, text); }
 void CDialog::ComboSetCurSel(int id, int index) { Item(window, id).selection = {index}; }
-int CDialog::ComboGetCurSel(int id) const
-{
-    return Item(window, id).selection.empty() ? -1 : Item(window, id).selection[0];
-}
+int CDialog::ComboGetCurSel(int id) const { return Item(window, id).selection.empty() ? -1 : Item(window, id).selection[0]; }
 void CDialog::ComboGetLBText(int id, int index, CTextString& text) const
 {
     text.Assign(Row(window, id, index) ? Row(window, id, index) : "");

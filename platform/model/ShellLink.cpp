@@ -48,33 +48,27 @@ std::string Shown(const std::string& widePath)
     return shown;
 }
 
-// Records the call; true when the step is to fail, with *result set to what it answers.
-bool Record(Step step, const std::string& line, ShellResult* result)
+// Records the call; what the step answers: the failure asked for, or ShellOk to do its work.
+ShellResult Record(Step step, const std::string& line)
 {
-    Store& store = TheStore();
-    store.calls.push_back(line);
-    auto failure = store.failures.find(step);
-    if (failure == store.failures.end())
-        return false;
-    *result = failure->second;
-    return true;
+    TheStore().calls.push_back(line);
+    return TheStore().failures.count(step) ? TheStore().failures[step] : ShellOk;
 }
 
 ShellResult Give(Step step, const char* name, const std::string& text, char* buffer, int capacity)
 {
-    ShellResult result;
-    if (Record(step, std::string(name) + " " + std::to_string(capacity), &result))
-        return result;
+    if (const ShellResult failed = Record(step, std::string(name) + " " + std::to_string(capacity)))
+        return failed;
     buffer[text.copy(buffer, static_cast<std::size_t>(capacity - 1))] = 0;
     return ShellOk;
 }
 
 // A single-byte field set through the interface; its wide reading follows it again.
-ShellResult Set(Step step, const std::string& line, ShellLinkInterface* link, LinkText which, const char* value)
+ShellResult Set(Step step, const char* name, ShellLinkInterface* link, LinkText which, const std::string& value,
+                const std::string& shown = "")
 {
-    ShellResult result;
-    if (Record(step, line, &result))
-        return result;
+    if (const ShellResult failed = Record(step, name + (" " + value) + shown))
+        return failed;
     LinkFile& file = link->current;
     std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
     *fields[which] = value;
@@ -135,9 +129,8 @@ using namespace ShellLinkModel;
 ShellResult CreateShellLink(ShellLinkInterface** link)
 {
     *link = nullptr;
-    ShellResult result;
-    if (Record(StepCreate, "Create", &result))
-        return result;
+    if (const ShellResult failed = Record(StepCreate, "Create"))
+        return failed;
     *link = new ShellLinkInterface{LinkFile(), {}, 1};
     ++TheStore().liveObjects;
     return ShellOk;
@@ -146,9 +139,8 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
 ShellResult QueryPersistFile(ShellLinkInterface* link, PersistFileInterface** file)
 {
     *file = nullptr;
-    ShellResult result;
-    if (Record(StepQueryPersistFile, "QueryPersistFile", &result))
-        return result;
+    if (const ShellResult failed = Record(StepQueryPersistFile, "QueryPersistFile"))
+        return failed;
     ++link->references;
     *file = reinterpret_cast<PersistFileInterface*>(link);
     return ShellOk;
@@ -169,9 +161,8 @@ void ReleasePersistFile(PersistFileInterface* file)
 ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
     const std::string key = Key(widePath);
-    ShellResult result;
-    if (Record(StepLoad, "Load " + Shown(key), &result))
-        return result;
+    if (const ShellResult failed = Record(StepLoad, "Load " + Shown(key)))
+        return failed;
     auto found = TheStore().files.find(key);
     if (found == TheStore().files.end())
         return NotFound;
@@ -183,9 +174,8 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
     const std::string key = Key(widePath);
-    ShellResult result;
-    if (Record(StepSave, "Save " + Shown(key), &result))
-        return result;
+    if (const ShellResult failed = Record(StepSave, "Save " + Shown(key)))
+        return failed;
     TheStore().files[key] = ObjectOf(file)->current;
     std::copy_n(ObjectOf(file)->wide, 4, TheStore().wide[key].begin());
     ++TheStore().saves[key];
@@ -196,8 +186,7 @@ ShellResult ResolveLink(ShellLinkInterface*, void* window)
 {
     char line[40];
     std::snprintf(line, sizeof line, "Resolve %p", window);
-    ShellResult result;
-    return Record(StepResolve, line, &result) ? result : ShellOk;
+    return Record(StepResolve, line);
 }
 
 ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
@@ -243,24 +232,23 @@ ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextStrin
 
 ShellResult SetLinkPath(ShellLinkInterface* link, const char* path)
 {
-    return Set(StepSetPath, std::string("SetPath ") + path, link, LinkTextPath, path);
+    return Set(StepSetPath, "SetPath", link, LinkTextPath, path);
 }
 
 ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder)
 {
-    const std::string line = std::string("SetWorkingDirectory ") + folder;
-    return Set(StepSetWorkingDirectory, line, link, LinkTextWorkingDirectory, folder);
+    return Set(StepSetWorkingDirectory, "SetWorkingDirectory", link, LinkTextWorkingDirectory, folder);
 }
 
 ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments)
 {
-    return Set(StepSetArguments, std::string("SetArguments ") + arguments, link, LinkTextArguments, arguments);
+    return Set(StepSetArguments, "SetArguments", link, LinkTextArguments, arguments);
 }
 
 ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index)
 {
-    const std::string line = std::string("SetIconLocation ") + path + "," + std::to_string(index);
-    const ShellResult result = Set(StepSetIconLocation, line, link, LinkTextIconLocation, path);
+    const ShellResult result = Set(StepSetIconLocation, "SetIconLocation", link, LinkTextIconLocation, path,
+                                   "," + std::to_string(index));
     if (result == ShellOk)
         link->current.iconIndex = index;
     return result;

@@ -12,6 +12,10 @@ const char Parent[] = "Zelmardeck Shortcut|This is a shortcut to Zelmardeck itse
 const char ThisProgram[] = "Linkwright|This is a shortcut to this program, and cannot be modified.|0";
 const char WriteFailed[] = "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. "
                            "Try again or modify the shortcut by hand.|48";
+const char Unsupported[] = "Unsupported Characters|This shortcut holds characters that Linkwright cannot keep, and cannot "
+                           "be modified.|0";
+const char TooLong[] = "Shortcut Too Long|The enhanced shortcut would be too long to be restored. Remove a profile or "
+                       "shorten the shortcut's arguments.|0";
 const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"";
 const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "Race.ico", 2, ""};
 
@@ -28,7 +32,9 @@ std::string Joined(const Lines& lines)
 // the count of listed shortcuts); and what happened (icons, deletes of rows, the arguments
 // written, message boxes). An icon is shown unless its file has none (0) or is no icon file
 // (1); the one shown before is destroyed then. Save and Restore keep the data, so a
-// shortcut is saved twice, and again after a Restore, without being dropped anew.
+// shortcut is saved twice, and again after a Restore, without being dropped anew. A
+// shortcut holding characters beyond the code page, in any of its texts, is refused at the
+// drop; a line too long to be read back is refused at Save, which stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
     const std::pair<const char*, LinkFile> links[] = {
@@ -43,9 +49,18 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {"self.lnk", {ProgramPath("Linkwright.exe"), "-x", "", "self.ico", 0, ""}},
         {"SELF.lnk", {ProgramPath("LINKWRIGHT.EXE"), "", "", "", 0, ""}},
         {"copy.lnk", {"C:\\Other\\Linkwright.exe", "", "W", "", 0, ""}},
+        {"Long.lnk", {"C:\\Games\\race.exe", std::string(16340, 'a'), "C:\\Games", "", 0, ""}},
     };
     for (const auto& [name, file] : links)
         ShellLinkModel::PutFile(Wide(std::string("C:\\L\\") + name), file);
+    // Characters beyond the code page, in each text the wide interface reads.
+    const std::u16string wide[] = {u"C:\\G\\\u03A9mega.exe", u"-title \u03A9mega \u0142\u00F3d\u017A \u6E38",
+                                   u"C:\\\u0141\u00F3d\u017A", u"C:\\\u6E38.ico"};
+    for (LinkText which : {LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation}) {
+        const std::string path = "C:\\L\\w" + std::to_string(which) + ".lnk";
+        ShellLinkModel::PutFile(Wide(path), {"C:\\G\\omega.exe", "-x", "C:\\G", "", 0, ""});
+        ShellLinkModel::PutWide(Wide(path), which, wide[which]);
+    }
     DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Case.ico", NotAnIconFile},
                            {"self.ico", reinterpret_cast<IconHandle>(0x73)}};
     using Act = std::function<void(CLinkDlg&, CModelWindow&)>;
@@ -92,6 +107,13 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {drop("self.lnk"), Empty, "|||||self|1", {"DestroyIcon 0x71", "Redraw", ThisProgram}},
         {drop("SELF.lnk"), Empty, "|||||SELF|1", {ThisProgram}},
         {drop("copy.lnk"), Plain, "C:\\Other\\Linkwright.exe|W||||copy|1", {}},
+        {drop("w0.lnk"), Empty, "|||||w0|1", {Unsupported}},
+        {drop("w1.lnk"), Empty, "|||||w1|1", {Unsupported}},
+        {drop("w2.lnk"), Empty, "|||||w2|1", {Unsupported}},
+        {drop("w3.lnk"), Empty, "|||||w3|1", {Unsupported}},
+        {drop("Long.lnk"), Plain, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|||Long|1", {}},
+        {add(0), Picking, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|Alpha|Alpha|Long|1", {}},
+        {press(IDOK), Picking, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|Alpha|Alpha|Long|1", {TooLong}},
         {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x73", "Redraw"}},
         {fail, Enhanced, race + "Beta|Beta|Race|1", {}},
         {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|1", {"SetArguments -f \"a b\"", WriteFailed}},
@@ -123,7 +145,8 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 
 // A start with -RestoreAll writes back only what is enhanced, under the quote characters
 // in force, and says nothing, whatever fails; the list in memory stays whole, and both list
-// files go, also when the list is empty or missing. Without the link object nothing can be
+// files go, also when the list is empty or missing; a shortcut holding characters beyond the
+// code page is passed over. Without the link object nothing can be
 // restored and the files stay for a later run. The first token is the program's name. A
 // refused start shows its message and never gets as far as the command line.
 TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
@@ -142,6 +165,8 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         {"x -restoreall y -RestoreAll", all, none, false, 1, false, {}},
         {"x -RestoreAll", all, fail(ShellLinkModel::StepSave), false, 1, false, {}},
         {"x -RestoreAll", "", none, false, 0, false, {}},
+        {"x -RestoreAll", all, [] { ShellLinkModel::PutWide(Wide("C:\\a.lnk"), LinkTextPath, u"C:\\G\\\u03A9.exe"); },
+         false, 0, false, {}},
         {"x -RestoreAll", "(none)", remove("ShortcutList"), false, 0, false, {}},
         {"x -RestoreAll", all, fail(ShellLinkModel::StepCreate), false, 0, true, {}},
         {"-RestoreAll", all, none, true, 0, true, {}},
