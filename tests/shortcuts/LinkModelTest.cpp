@@ -1,4 +1,4 @@
-// CLinkDropTarget's link side on the in-memory link object: the calls made, in order, and
+// CLinkDropTarget's link side on the in-memory link object: the calls each step makes, and
 // what each failing step leaves behind.
 
 #include <sys/stat.h>
@@ -20,19 +20,6 @@ TEST_F(FilesFixture, LinkOnTheModel)
     };
     CChain<CTextString> profiles;
     ASSERT_TRUE(InsertEntry(profiles, Make("Flight")));
-    {
-        CLinkDropTarget link;
-        EXPECT_FALSE(link.LoadLink() || link.SaveRestored(Make("x"), Make(""), Make("")));
-        EXPECT_TRUE(link.InitLinkInterfaces() && link.InitLinkInterfaces() && link.m_interfacesReady);
-        link.m_linkPath.Assign(Make(key));
-        PutFile(key, plain);
-        ASSERT_TRUE(link.LoadLink());
-        ASSERT_TRUE(link.SaveEnhanced(Make("C:\\Z\\Zelmar.exe"), Make("C:\\Sim\\sim.exe"), Make("C:\\Sim"), Make("-c [a b]"), profiles));
-        ASSERT_TRUE(link.SaveRestored(Make("C:\\Sim\\sim.exe"), Make(""), Make("-c \"a b\"")));
-        link.ReleaseInterfaces();
-        EXPECT_EQ(GetFile(key), (LinkFile{plain.path, plain.arguments, "", plain.iconPath, 3, "kept"}));   // the icon pair stays
-        EXPECT_EQ(fields(link), full);
-    }
     // The step that fails; the fields a load leaves; whether the load, the enhanced and the
     // restored save answer true; the calls each save makes; how many files were written.
     const std::tuple<Step, std::string, const char*, std::size_t, std::size_t, int> rows[] = {
