@@ -111,6 +111,16 @@ TEST_F(FilesFixture, ChunkReader)
     EXPECT_FALSE(file.OpenGroup(5) || file.ReadLeaf(0, leaf));
     EXPECT_TRUE(file.CloseGroup() && file.Close());
 
+    std::string answers;   // Open with each allocation failed in turn: it opens whole, or not at all
+    for (long nth = 1; nth <= 12; ++nth) {
+        CChunkFile failing;
+        FailAllocation(nth);
+        const bool opened = failing.Open(Full("d.chk").c_str());
+        FailAllocation(0);
+        answers += opened != failing.IsOpen() ? "?" : opened ? "+" : "-";
+    }
+    EXPECT_TRUE(answers.find('?') == std::string::npos && answers.find('-') != std::string::npos) << answers;
+
     WriteFile("l.chk", "LONGER\x02\x03" + Group(0, 1, Leaf("x")));
     CLongChunkFile longer;
     EXPECT_TRUE(longer.Open(Full("l.chk").c_str()) && longer.Version() == 0x0203 && longer.ReadLeaf(0, leaf));
