@@ -123,6 +123,9 @@ TEST(TextString, CapacitiesAndTheCursor)
                       std::to_string(text.CursorOffset()),
                   bytes + "|" + std::to_string(capacity) + "|" + std::to_string(cursor));
     }
+    const CTextString big(std::string(20, 'x').c_str());   // results sized from the capacity constructor
+    EXPECT_EQ(big.Concat(big).Capacity() + big.Concat(big.Text()).Capacity() + big.Left(20).Capacity() + big.Right(19).Capacity(),
+              42 + 42 + 21 + 20);
 }
 
 TEST(TextString, FormatIntegerAndReadLine)
