@@ -116,6 +116,7 @@ TEST_F(FilesFixture, ShortcutListAndReport)
     };
     for (const char16_t* path : {u"b", u"A", u"a", u""})
         EXPECT_TRUE(change(PrepareAdd, path, true, base));
+    EXPECT_FALSE(change(PrepareAdd, u"q", true, ""));   // no folder, no files: the chain as it was
     EXPECT_TRUE(change(PrepareAdd, u"c", false, base));   // cancelled: neither the chain nor the files change
     EXPECT_EQ(Joined(list) + ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"),
               Wide(u"A") + "|" + Wide(u"b") + "|" + Wide(u"A") + Wide(u"b") + "2 Shortcuts" + report + "\r\nA\r\nb");
