@@ -1,4 +1,4 @@
-// CChunkFile written and read against bytes made by hand, its .tmp twin, and the profile
+// CChunkFile written and read against bytes made by hand, and the profile
 // document and catalogue, on real files.
 
 #include <set>
@@ -125,31 +125,6 @@ TEST_F(FilesFixture, ChunkReader)
     CLongChunkFile longer;
     EXPECT_TRUE(longer.Open(Full("l.chk").c_str()) && longer.Version() == 0x0203 && longer.ReadLeaf(0, leaf));
     EXPECT_EQ(Bytes(leaf), "x");
-}
-
-// A .tmp twin stands in for a main file that is missing or damaged; "-" for no file.
-TEST_F(FilesFixture, ChunkTmpTwin)
-{
-    const std::string good = "XFF" + Be16(1) + Group(0, 0, "");
-    // main, .tmp, main read-only, Open's answer, main and .tmp afterwards
-    const std::tuple<std::string, std::string, bool, bool, std::string, std::string> rows[] = {
-        {"-", "-", false, false, "-", "-"}, {"-", good, false, true, good, "-"}, {"XBF damaged", good, true, true, good, "-"},
-        {good, "other", false, true, good, "other"}, {"bad", "also bad", false, false, "also bad", "-"},
-    };
-    auto read = [](const char* name) { return std::filesystem::exists(name) ? ReadFile(name) : "-"; };
-    for (const auto& [main, tmp, readOnly, opens, mainAfter, tmpAfter] : rows) {
-        for (const auto& [name, bytes] : {std::pair{"c.chk", main}, std::pair{"c.chk.tmp", tmp}}) {
-            std::filesystem::remove(name);
-            if (bytes != "-")
-                WriteFile(name, bytes);
-        }
-        SetAttributes(Full("c.chk").c_str(), readOnly ? AttributeReadOnly : AttributeNormal);
-        CChunkFile file;
-        EXPECT_EQ(file.Open(Full("c.chk").c_str()), opens) << main;
-        EXPECT_TRUE(file.Close());
-        EXPECT_EQ(read("c.chk") + "|" + read("c.chk.tmp"), mainAfter + "|" + tmpAfter);
-        EXPECT_EQ(GetAttributes(Full("c.chk").c_str()) & AttributeReadOnly, mainAfter == "-" ? 1u : 0u);
-    }
 }
 
 TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)

@@ -40,7 +40,7 @@ protected:
     static std::string ReadFile(const std::filesystem::path& relative)
     {
         std::ifstream in(relative, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        return {std::istreambuf_iterator<char>(in), {}};
     }
 
     std::string Full(const std::string& relative) const { return base + "\\" + relative; }

@@ -33,10 +33,6 @@ TEST_F(FilesFixture, PathHelpers)
     EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size));
     EXPECT_EQ(facts.valid, FactsComplete);
 
-    OverrideProgramPath(Full("prog\\Linkwright.exe").c_str());
-    EXPECT_EQ(Bytes(ModulePath(nullptr)) + "|" + Bytes(ModuleFolder(nullptr)), Full("prog\\Linkwright.exe|") + Full("prog"));
-    OverrideProgramPath(nullptr);
-
     EXPECT_TRUE(WriteWholeFile(Full("w").c_str(), Make(std::string("a\0b", 3))) && WriteWholeFile(Full("e").c_str(), Make("")));
     EXPECT_EQ(ReadFile("w") + "|" + ReadFile("e"), std::string("a\0b|", 4));
     EXPECT_FALSE(WriteWholeFile(Full("none\\w").c_str(), Make("a")));
@@ -99,13 +95,6 @@ TEST_F(FilesFixture, WalkerRows)
             EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
         FailAllocation(0);
     }
-    CWalkEntry entry;
-    CFileWalker walker(WalkFiles | WalkFolders, nullptr, base.c_str(), nullptr, false);
-    while (walker.Next(entry) && !entry.isFolder) {
-    }
-    EXPECT_EQ(walker.PendingCount(), 1);   // the other folder waits, until a Reset ends the walk
-    walker.Reset();
-    EXPECT_FALSE(walker.PendingCount() || walker.Next(entry));
 }
 
 TEST_F(FilesFixture, WindowedFileReads)

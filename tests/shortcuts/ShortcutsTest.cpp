@@ -108,17 +108,25 @@ TEST_F(FilesFixture, ShortcutListAndReport)
     const std::string report = " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
                                "will not be able to restore these shortcuts if you uninstall.\r\n";
     list.Clear();
+    auto change = [&](auto prepare, const std::u16string& path, bool commit, const std::string& programFolder) {
+        ListChange pending;
+        const bool ready = prepare(list, Make(programFolder), Make(path.empty() ? "" : Wide(path)), pending);
+        commit ? CommitChange(list, pending) : CancelChange(list, pending);
+        return ready;
+    };
     for (const char16_t* path : {u"b", u"A", u"a", u""})
-        AddEntry(list, program, Make(path[0] ? Wide(path) : ""));
-    EXPECT_EQ(ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), Wide(u"A") + Wide(u"b") + "2 Shortcuts" + report + "\r\nA\r\nb");
-    RemoveEntry(list, program, Make(Wide(u"B")));
+        EXPECT_TRUE(change(PrepareAdd, path, true, base));
+    EXPECT_FALSE(change(PrepareAdd, u"q", true, ""));   // no folder, no files: the chain as it was
+    EXPECT_TRUE(change(PrepareAdd, u"c", false, base));   // cancelled: neither the chain nor the files change
+    EXPECT_EQ(Joined(list) + ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"),
+              Wide(u"A") + "|" + Wide(u"b") + "|" + Wide(u"A") + Wide(u"b") + "2 Shortcuts" + report + "\r\nA\r\nb");
+    change(PrepareRemove, u"B", true, base);
     EXPECT_EQ(ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), Wide(u"A") + "1 Shortcut" + report + "\r\nA");
     std::filesystem::remove("ShortcutList");
-    RemoveEntry(list, program, Make(Wide(u"zz")));
+    change(PrepareRemove, u"zz", true, base);
     EXPECT_FALSE(std::filesystem::exists("ShortcutList"));
-    list.Clear();
-    SaveList(list, Make(base + "\\"));
-    EXPECT_EQ(ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), "0 Shortcuts" + report);
+    change(PrepareRemove, u"a", true, base + "\\");
+    EXPECT_EQ(Joined(list) + ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), "0 Shortcuts" + report);
 }
 
 // DROPFILES blocks: a 20-byte header whose first field points behind it, fWide at 16.

@@ -43,14 +43,3 @@ TEST(Chain, AgreesWithAVector)
         ASSERT_EQ(chain.ElementAt(n + 5), chain.Tail());
     }
 }
-
-// No node of the system cascades; one that does takes both its sides with it, and
-// LeakSanitizer names any node left behind.
-TEST(Chain, ACascadingNodeTakesItsNeighboursAlong)
-{
-    typedef CChainNode<int> Node;
-    Node* first = HeapNew<Node>(HeapNew<int>(1), true, nullptr, nullptr, 0u);
-    Node* third = HeapNew<Node>(nullptr, true, HeapNew<Node>(HeapNew<int>(2), true, first, nullptr, 0u), nullptr, 0u);
-    HeapNew<Node>(HeapNew<int>(4), true, third, nullptr, 0u);
-    HeapDelete(third);
-}

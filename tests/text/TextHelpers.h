@@ -5,10 +5,7 @@
 
 #include "text/TextString.h"
 
-inline std::string Bytes(const CTextString& text)
-{
-    return std::string(text.Text(), static_cast<std::size_t>(text.Length()));
-}
+inline std::string Bytes(const CTextString& text) { return std::string(text.Text(), static_cast<std::size_t>(text.Length())); }
 
 inline CTextString Make(const std::string& bytes)
 {
