@@ -40,6 +40,8 @@ bool AppendWhole(CTextString& to, const char* text)
     return to.Length() == before + static_cast<int>(std::strlen(text));
 }
 
+// "ShortcutList.txt": the count and notice, an empty line, then each entry's single-byte
+// form, CR LF between lines and none behind the last. False when it cannot be made whole.
 bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextString>* leaveOut,
                    CTextString& report)
 {
@@ -196,33 +198,4 @@ void CancelChange(CChain<CTextString>& shortcuts, ListChange& change)
     if (change.added)
         shortcuts.Remove(change.added);
     change.added = change.removed = nullptr;
-}
-
-void AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
-{
-    ListChange change;
-    if (PrepareAdd(shortcuts, programFolder, path, change))
-        CommitChange(shortcuts, change);
-}
-
-void RemoveEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
-{
-    ListChange change;
-    if (PrepareRemove(shortcuts, programFolder, path, change))
-        CommitChange(shortcuts, change);
-}
-
-void SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
-{
-    ListFiles files;
-    if (ComposeList(shortcuts, programFolder, nullptr, files))
-        WriteList(files);
-}
-
-void WriteReport(const CChain<CTextString>& shortcuts, const CTextString& programFolder)
-{
-    CTextString report(0);
-    const CTextString path = ShortcutReportPath(programFolder);
-    if (!path.IsEmpty() && ComposeReport(shortcuts, nullptr, report))
-        (void)WriteWholeFile(path.Text(), report);
 }

@@ -68,17 +68,3 @@ bool PrepareRemove(CChain<CTextString>& shortcuts, const CTextString& programFol
                    ListChange& change);
 void CommitChange(CChain<CTextString>& shortcuts, ListChange& change);
 void CancelChange(CChain<CTextString>& shortcuts, ListChange& change);
-
-// Both steps at once: adds path unless it is empty or listed already in any case; then saves.
-void AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path);
-
-// Removes the first entry equal to path in any case; saves only if one went.
-void RemoveEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path);
-
-// Sorts, rewrites "ShortcutList" whole, then the report; neither when either cannot be made.
-void SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder);
-
-// Rewrites "ShortcutList.txt": the count and notice, an empty line, then each entry's
-// single-byte form, CR LF between lines and none behind the last. Nothing when it cannot be
-// made whole.
-void WriteReport(const CChain<CTextString>& shortcuts, const CTextString& programFolder);
