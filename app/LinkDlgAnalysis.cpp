@@ -19,13 +19,6 @@ const char BeyondCodePageText[] =
     "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
 const char BeyondCodePageCaption[] = "Unsupported Characters";
 
-// A copy that holds all of its source.
-bool CopyWhole(CTextString& to, const CTextString& from)
-{
-    to.Assign(from);
-    return to.Length() == from.Length();
-}
-
 // A shortcut whose values could not be taken over whole: nothing of it is kept, and a
 // drop is told "Load Failure" as if the load itself had failed.
 std::intptr_t NotLoaded(CLinkDlg& dialog)
@@ -84,8 +77,8 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         if (!m_restoringAll)
             ShowMessage("This is a shortcut to this program, and cannot be modified.", "Linkwright", MessageOk);
     } else {
-        if (!QuoteCharsKnown() || !CopyWhole(m_target, linkTarget) ||
-            !CopyWhole(m_targetDir, m_dropTarget.m_linkWorkDir) || !CopyWhole(m_args, m_dropTarget.m_linkArgs))
+        if (!QuoteCharsKnown() || !AssignWhole(m_target, linkTarget) ||
+            !AssignWhole(m_targetDir, m_dropTarget.m_linkWorkDir) || !AssignWhole(m_args, m_dropTarget.m_linkArgs))
             return NotLoaded(*this);
         SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
         editable = true;

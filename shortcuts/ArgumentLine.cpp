@@ -61,13 +61,6 @@ bool AppendSpacedItem(CTextString& line, const char* key, const CTextString& val
     return line.Length() == before + 1 && AppendItem(line, key, value);
 }
 
-// A value taken over whole; an empty value needs no memory.
-bool AssignWhole(CTextString& field, const CTextString& value)
-{
-    field.Assign(value);
-    return field.Length() == value.Length();
-}
-
 }  // namespace
 
 bool Tokenize(const CTextString& source, CChain<CTextString>& tokens)

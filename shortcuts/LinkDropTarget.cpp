@@ -7,20 +7,11 @@
 #include "platform/Files.h"
 #include "shortcuts/ArgumentLine.h"
 
-#include <cstring>
-
 namespace {
 
 const char LoadFailureText[] =
     "Could not load or resolve the link for this shortcut.\r\n\r\n"
     "Make sure it's not in use, that the target program was not deleted or moved, and try again.";
-
-// A field that holds all of text; a text cut short by a failed allocation is not a reading.
-bool AssignWhole(CTextString& field, const char* text)
-{
-    field.Assign(text);
-    return field.Length() == static_cast<int>(std::strlen(text));
-}
 
 // *same tells whether the wide interface reads text as the single-byte one did, once
 // widened by the code page; a look-alike the shell put in place of a character differs.

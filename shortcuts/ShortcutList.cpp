@@ -25,21 +25,6 @@ CTextString FileIn(const CTextString& programFolder, const char* name)
     return path;
 }
 
-// Appends text, and tells whether all of it went on.
-bool AppendWhole(CTextString& to, const CTextString& text)
-{
-    const int before = to.Length();
-    to.Append(text);
-    return to.Length() == before + text.Length();
-}
-
-bool AppendWhole(CTextString& to, const char* text)
-{
-    const int before = to.Length();
-    to.Append(text);
-    return to.Length() == before + static_cast<int>(std::strlen(text));
-}
-
 // "ShortcutList.txt": the count and notice, an empty line, then each entry's single-byte
 // form, CR LF between lines and none behind the last. False when it cannot be made whole.
 bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextString>* leaveOut,

@@ -469,3 +469,29 @@ bool IsLetter(unsigned char ch)
 {
     return g_letters.isLetter[ch] != 0;
 }
+
+bool AssignWhole(CTextString& to, const CTextString& from)
+{
+    to.Assign(from);
+    return to.Length() == from.Length();
+}
+
+bool AssignWhole(CTextString& to, const char* text)
+{
+    to.Assign(text);
+    return to.Length() == static_cast<int>(std::strlen(text));
+}
+
+bool AppendWhole(CTextString& to, const CTextString& text)
+{
+    const int before = to.Length();
+    to.Append(text);
+    return to.Length() == before + text.Length();
+}
+
+bool AppendWhole(CTextString& to, const char* text)
+{
+    const int before = to.Length();
+    to.Append(text);
+    return to.Length() == before + static_cast<int>(std::strlen(text));
+}

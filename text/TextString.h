@@ -114,6 +114,13 @@ void TrimRight(CTextString& text, unsigned char low, unsigned char high);
 void Trim(CTextString& text, unsigned char low, unsigned char high);
 bool IsLetter(unsigned char ch);
 
+// Assign and Append that tell whether all of the text went in: false when memory failed and
+// to holds only part of it, which nothing may then be written from. text is not null.
+[[nodiscard]] bool AssignWhole(CTextString& to, const CTextString& from);
+[[nodiscard]] bool AssignWhole(CTextString& to, const char* text);
+[[nodiscard]] bool AppendWhole(CTextString& to, const CTextString& text);
+[[nodiscard]] bool AppendWhole(CTextString& to, const char* text);
+
 // Decimal text; with group, a comma after every third digit; zeros fill to minWidth.
 CTextString FormatInteger(std::uint32_t value, bool group, int minWidth);
 CTextString FormatInteger(std::int32_t value, bool group, int minWidth);
