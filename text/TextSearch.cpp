@@ -20,15 +20,13 @@ void FillSkipTable(std::int32_t* table, const unsigned char* pattern, int n)
         table[pattern[i]] = n - 1 - i;
 }
 
-// The first occurrence of the n-byte pattern in a run of t bytes, or -1. The pattern is
+// The first occurrence of the n-byte pattern in a run of t >= n bytes, or -1. The pattern is
 // compared from its right end; on a mismatch the table entry of the run's mismatching byte
 // gives the shift, lowered by what already matched when it stays above zero that way.
 int SearchRun(const unsigned char* run, int t, const unsigned char* pattern, int n,
               const std::int32_t* table)
 {
     const int m = n - 1;
-    if (m >= t)
-        return -1;
     int pos = m;
     do {
         int i = pos;

@@ -123,8 +123,6 @@ CTextString::~CTextString()
     if (!(borrowed & 1))
         FreeBlock(buffer);
     FreeBlock(skipTable);
-    capacity = 0;
-    length = 0;
 }
 
 int CTextString::CompareTo(const CTextString& other, bool noCase) const
@@ -312,8 +310,7 @@ CTextString CTextString::Right(int n) const
 // enough is only rebased: `length` then stands over bytes the caller overwrites.
 bool CTextString::Reserve(int size, bool keep, bool exact)
 {
-    if (size < 4)
-        size = 4;
+    size = Larger(size, 4);
     const int total = buffer ? capacity + static_cast<int>(cursor - buffer) : 0;
     if (buffer && (exact ? total == size : total >= size)) {
         if (keep)
@@ -393,12 +390,10 @@ CTextString& CTextString::KeepRight(int n)
         length = 0;
         return *this;
     }
-    if (n > length)
-        n = length;
-    const int cut = length - n;
+    const int cut = Larger(length - n, 0);
     cursor += cut;
     capacity -= cut;
-    length = n;
+    length -= cut;
     return *this;
 }
 

@@ -50,7 +50,7 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
         const int low = k % 2 ? 0 : 'A', high = k % 2 ? ' ' : 'a';
         auto trimmed = [&](char c) { return (c & 0xFF) >= low && (c & 0xFF) <= high; };
         std::string even;
-        switch (random() % 10) {
+        switch (random() % 11) {
         case 0: text.Append(Make(a)); model += a; break;
         case 1: text.Append((a + b).c_str()); model += (a + b).c_str(); break;
         case 2: text.KeepRight(k); model = k <= 0 ? "" : model.substr(n - std::min(k, n)); break;
@@ -58,6 +58,13 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
         case 4: text.Assign(a.c_str()); model = a.c_str(); break;
         case 5: text.Assign(Make(a + b)); model = a + b; break;
         case 6: b.empty() ? text.MakeEmpty() : (void)text.AssignChar(b[0]); model = b.substr(0, 1); break;
+        case 9: {   // in place, only where all of b lies within the text
+            const bool fits = k >= 0 && k + b.size() <= model.size();
+            ASSERT_EQ(text.OverwriteBytes(k, b.data(), static_cast<int>(b.size())), fits);
+            if (fits)
+                model.replace(static_cast<std::size_t>(k), b.size(), b);
+            break;
+        }
         case 7:
             text.CollapseWide();   // the bytes at even offsets, less one zero byte at the end
             for (std::size_t i = 0; i < model.size(); i += 2)
@@ -107,11 +114,13 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign("abcdef"); }, "abcdef", 16, 0},
         {[](CTextString& t) { t.Append(std::string(995, 'x').c_str()); }, "abcde" + std::string(995, 'x'), 1100, 0},
-        {[](CTextString& t) { (void)t.Reserve(4, true, true); }, "abc", 4, 0},
+        {[](CTextString& t) { (void)t.Reserve(1, false, true); }, "", 4, 0},
+        {[](CTextString& t) { (void)t.Reserve(5, true, true); }, "abcd", 5, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(16, true, true); }, "de", 16, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(10, false, false); }, "ab~", 16, 0},
         {[](CTextString& t) { (void)t.Reserve(16, false); }, "", 32, 0},
         {[](CTextString& t) { (void)t.Reserve(200, true); }, "abcde", 220, 0},
+        {[](CTextString& t) { t.Append(std::string(45, 'x').c_str()).KeepRight(2); (void)t.Reserve(18, true); }, "xx", 66, 0},
         {[](CTextString& t) { t.KeepRight(4).AssignBigEndian16(0x1234); }, "\x12\x34", 15, 1},
         {[](CTextString& t) { t.AssignBigEndian32(0x00A0B0C0); }, std::string("\0\xA0\xB0\xC0", 4), 16, 0},
         {[](CTextString& t) { t.KeepRight(4); TrimLeft(t, 'a', 'c'); }, "de", 13, 3},
@@ -123,9 +132,15 @@ TEST(TextString, CapacitiesAndTheCursor)
                       std::to_string(text.CursorOffset()),
                   bytes + "|" + std::to_string(capacity) + "|" + std::to_string(cursor));
     }
-    const CTextString big(std::string(20, 'x').c_str());   // results sized from the capacity constructor
-    EXPECT_EQ(big.Concat(big).Capacity() + big.Concat(big.Text()).Capacity() + big.Left(20).Capacity() + big.Right(19).Capacity(),
-              42 + 42 + 21 + 20);
+    // Made whole: each constructor's text, terminated, and its capacity; results sized from the
+    // capacity constructor.
+    const CTextString big(std::string(20, 'x').c_str());
+    std::string made;
+    for (const CTextString& text : {CTextString(0), CTextString(-1), CTextString('y'), CTextString(""), CTextString(big),
+                                    big.Concat(big), big.Concat(big.Text()), big.Left(20), big.Right(19)})
+        made += std::string(text.Text()) + ":" + std::to_string(text.Capacity()) + " ";
+    const std::string x20(20, 'x');
+    EXPECT_EQ(made, ":17 :17 y:16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
 }
 
 TEST(TextString, FormatIntegerAndReadLine)
@@ -140,12 +155,12 @@ TEST(TextString, FormatIntegerAndReadLine)
         EXPECT_EQ(Bytes(formatted), expected);
 
     std::FILE* stream = std::tmpfile();
-    ASSERT_TRUE(stream && std::fwrite("\r\n\r\nabc\r\ndef\n\0x\nlast", 1, 20, stream) == 20);
+    ASSERT_TRUE(stream && std::fwrite("\r\n\r\nabc\r\ndef\n\0x\nz", 1, 17, stream) == 17);
     std::rewind(stream);
     std::string lines;
     for (CTextString line(0); line.ReadLine(stream) || (lines += std::to_string(line.Length()), false);)
         lines += Bytes(line) + '|';
-    EXPECT_EQ(lines, std::string("abc|def|\0x|last|0", 17));
+    EXPECT_EQ(lines, std::string("abc|def|\0x|z|0", 14));
     std::fclose(stream);
 }
 
