@@ -87,7 +87,7 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
         ASSERT_EQ(text.Text()[text.Length()], 0);
 
         n = static_cast<int>(model.size());
-        const std::string p = piece(3);
+        const std::string p = run % 3 ? piece(3) : model.substr(random() % (n + 1), random() % 5);   // often found
         const CTextString pattern = Make(p);
         ASSERT_TRUE(run % 2 || pattern.BuildSkipTable());
         const int found = k < 0 || k >= n ? -1 : static_cast<int>(model.find(p, static_cast<std::size_t>(k)));
@@ -140,6 +140,7 @@ TEST(TextString, CapacitiesAndTheCursor)
                                     big.Concat(big), big.Concat(big.Text()), big.Left(20), big.Right(19)})
         made += std::string(text.Text()) + ":" + std::to_string(text.Capacity()) + " ";
     const std::string x20(20, 'x');
+    EXPECT_EQ(big.Find(x20.data(), 2, 20), -1);   // a search that would end past the allocation
     EXPECT_EQ(made, ":17 :17 y:16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
 }
 
