@@ -46,7 +46,7 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
     ASSERT_TRUE(text.HasAllocation());
     for (int run = 0; run < 2000; ++run) {
         int n = static_cast<int>(model.size()), k = static_cast<int>(random() % (n + 3)) - 1;   // -1 to n + 1
-        const std::string a = piece(5), b = piece(3), search = k % 2 ? b : b.c_str(), with = k % 2 ? a : a.c_str();
+        const std::string a = piece(5), b = run % 4 ? piece(3) : model.substr(0, random() % 4), search = k % 2 ? b : b.c_str(), with = k % 2 ? a : a.c_str();
         const int low = k % 2 ? 0 : 'A', high = k % 2 ? ' ' : 'a';
         auto trimmed = [&](char c) { return (c & 0xFF) >= low && (c & 0xFF) <= high; };
         std::string even;
@@ -124,6 +124,7 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.KeepRight(4).AssignBigEndian16(0x1234); }, "\x12\x34", 15, 1},
         {[](CTextString& t) { t.AssignBigEndian32(0x00A0B0C0); }, std::string("\0\xA0\xB0\xC0", 4), 16, 0},
         {[](CTextString& t) { t.KeepRight(4); TrimLeft(t, 'a', 'c'); }, "de", 13, 3},
+        {[](CTextString& t) { t.Replace(Make(std::string(1, '\0')), Make("z")); }, "abcde", 16, 0},   // not the terminator
     };
     for (const auto& [op, bytes, capacity, cursor] : rows) {
         CTextString text("abcde");
