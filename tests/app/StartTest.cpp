@@ -11,20 +11,20 @@
 
 namespace {
 
-const char HelpText[] =
-    "Linkwright allows you to modify your shortcuts (desktop icons, menu items, quicklaunch icons, etc.) so that "
-    "using Zelmardeck with your game or application becomes a single-step process. A single click on the enhanced "
-    "shortcut will launch Zelmardeck, select the desired profile(s), and launch your game. It's easy! And you can "
-    "restore your shortcuts to their original form at any time.\r\n\r\nTo enhance a shortcut, drag and drop it "
-    "onto the Linkwright window, add one or more profiles to the list, and press the Save button. That's it.\r\n\r\n"
-    "Before modifying your shortcuts, be sure to first create a working profile for your game or application within "
-    "Zelmardeck.\r\n\r\nStarting Zelmardeck through an enhanced shortcut will first shut down any copies of "
-    "Zelmardeck that are already running. This ensures that no other copies of Zelmardeck will interfere with your "
-    "game or application. When the target game or application ends, Zelmardeck will also end.\r\n\r\nFor "
-    "multi-player games where multiple copies of Zelmardeck are necessary (one profile per player), you can select "
-    "multiple game profiles to associate with the shortcut. Make sure each profile uses a different game "
-    "device.\r\n\r\nTo return the shortcut to its original state, press the Restore button after dragging it onto "
-    "the Linkwright window. If you uninstall Zelmardeck, all modified shortcuts will be restored for you.";
+// The texts a user reads, from FixedTexts.txt by id; the help's paragraphs joined as the
+// dialog shows them.
+std::map<std::string, std::string> FixedTexts()
+{
+    std::ifstream file(LW_FIXED_TEXTS);
+    std::map<std::string, std::string> texts;
+    for (std::string line; std::getline(file, line);) {
+        if (line[0] == '#')
+            continue;
+        std::string& text = texts[line.substr(0, line.find(' '))];
+        text += (text.empty() ? "" : "\r\n\r\n") + line.substr(line.find(' ') + 1);
+    }
+    return texts;
+}
 
 // A whole run: the start in its order, which leaves the Empty state with the catalogue in
 // the combo box; paint (the shortcut's icon at 20, 30 scaled to 64; minimised, the
@@ -66,7 +66,7 @@ void PlayTheLook(CModelWindow& window)
         EXPECT_EQ(reinterpret_cast<BrushHandle>(0xffffff), help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 6));
         EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 5));
         EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDOK, 6));
-        EXPECT_EQ(HelpText, help.controls[IDC_HELP_TEXT].text);
+        EXPECT_EQ(FixedTexts()["HELP"], help.controls[IDC_HELP_TEXT].text);
     };
     EXPECT_TRUE(window.Press(IDC_HELP_BUTTON) && window.Press(IDCANCEL) && window.Press(IDCANCEL));
 }
@@ -101,21 +101,10 @@ TEST(Resources, TheToolTipTexts)
         if (std::istringstream(line) >> id && line.find('"') != std::string::npos)
             strings[id] = line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
     }
-    const std::map<std::string, std::string> tips = {
-        {"IDOK", "Press this button to save changes made to the current shortcut. Changes are not saved until this "
-                 "button is pressed."},
-        {"IDCANCEL", "Close Linkwright"},
-        {"IDC_HELP_BUTTON", "Help for Linkwright"},
-        {"IDC_RESTORE", "Press this button to restore your shortcut to its original form."},
-        {"IDC_PROFILE_COMBO", "This is a list of available profiles from Zelmardeck."},
-        {"IDC_ADD", "Press this button to add the profile shown on the left to the list below."},
-        {"IDC_SELECTED_LIST", "This is the list of profiles that will be used by Zelmardeck when launching the program "
-                              "from this shortcut. A separate instance of Zelmardeck will run for each profile "
-                              "specified. Use multiple profiles only for multi-player games."},
-        {"IDC_REMOVE", "Select profiles from the list above and press this button to remove them from the list."},
-    };
-    for (const auto& [id, text] : tips)
-        EXPECT_EQ(text, strings[id]) << id;
+    const std::map<std::string, std::string> texts = FixedTexts();
+    ASSERT_EQ(9u, texts.size());
+    for (const auto& [id, text] : texts)
+        EXPECT_EQ(text, id == "HELP" ? text : strings[id]) << id;
     EXPECT_EQ(0u, strings.count("IDC_ENABLED_LABEL") + strings.count("IDC_SHORTCUT_NAME"));
 }
 
