@@ -29,7 +29,7 @@ std::string ReplaceAll(const std::string& s, const std::string& from, const std:
 TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
 {
     std::mt19937 random(1);
-    const std::string alphabet("aAbB \0\xE9[z", 9);
+    const std::string alphabet("aAbB \0\xE9[z{", 10);
     auto piece = [&](unsigned most) {
         std::string s(random() % (most + 1), ' ');
         for (char& c : s)
@@ -145,7 +145,7 @@ TEST(TextString, CapacitiesAndTheCursor)
     EXPECT_EQ(made, ":17 :17 y:16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
 }
 
-TEST(TextString, FormatIntegerAndReadLine)
+TEST(TextString, FormatIntegerAndInput)
 {
     const std::pair<const char*, CTextString> formats[] = {
         {"0", FormatInteger(0u, true, 0)}, {"999", FormatInteger(999u, true, 0)}, {"1,000", FormatInteger(1000u, true, 0)},
@@ -164,6 +164,28 @@ TEST(TextString, FormatIntegerAndReadLine)
         lines += Bytes(line) + '|';
     EXPECT_EQ(lines, std::string("abc|def|\0x|z|0", 14));
     std::fclose(stream);
+
+    // Through file handles: a read grows the allocation as it needs, keeps one big enough and
+    // ends the text; a failed one leaves it empty.
+    const std::string path = testing::TempDir() + "text-handles";
+    CTextString read(0);
+    FileHandle file = CreateFileForWriting(path.c_str());
+    EXPECT_EQ(CTextString("abc").WriteToHandle(file), 3);
+    for (int n : {40, 10}) {
+        EXPECT_TRUE(CloseFile(file) && (file = OpenFileForReading(path.c_str())) != InvalidFileHandle);
+        EXPECT_EQ(read.ReadFromHandle(file, n), 3);
+    }
+    EXPECT_EQ(std::string(read.Text()) + ":" + std::to_string(read.Capacity()), "abc:41");
+    FailAllocation(1);
+    EXPECT_EQ(read.ReadFromHandle(file, 100) + read.WriteToHandle(file), -2);   // no memory; a handle for reading
+    FailAllocation(0);
+    EXPECT_TRUE(CloseFile(file) && DeleteFileAt(path.c_str()));
+    EXPECT_EQ(read.ReadFromHandle(file, 5), -1);   // the handle is closed
+    EXPECT_EQ(std::string(read.Text()) + std::to_string(read.Length()), "0");
+    std::string letters;   // the letters of the drive names
+    for (int c = 0; c < 256; ++c)
+        letters += IsLetter(static_cast<unsigned char>(c)) ? std::string(1, static_cast<char>(c)) : "";
+    EXPECT_EQ(letters, "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 }
 
 // Each operation with its next allocation failed (or the one after): what it leaves.
