@@ -123,6 +123,8 @@ CTextString::~CTextString()
     if (!(borrowed & 1))
         FreeBlock(buffer);
     FreeBlock(skipTable);
+    capacity = 0;
+    length = 0;
 }
 
 int CTextString::CompareTo(const CTextString& other, bool noCase) const

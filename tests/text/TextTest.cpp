@@ -110,6 +110,8 @@ TEST(TextString, CapacitiesAndTheCursor)
     const std::tuple<std::function<void(CTextString&)>, std::string, int, int> rows[] = {
         {[](CTextString& t) { t.KeepRight(2); }, "de", 13, 3},
         {[](CTextString& t) { t.KeepRight(2).AppendChar('f'); }, "def", 16, 0},
+        {[](CTextString& t) { t.KeepRight(2).Assign("xyz"); }, "xyz", 16, 0},
+        {[](CTextString& t) { t.KeepRight(2).Assign(CTextString("xyz")); }, "xyz", 16, 0},
         {[](CTextString& t) { t.Assign("0123456789abcdef"); }, "0123456789abcdef", 17, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign("abcdef"); }, "abcdef", 16, 0},
@@ -137,12 +139,13 @@ TEST(TextString, CapacitiesAndTheCursor)
     // capacity constructor.
     const CTextString big(std::string(20, 'x').c_str());
     std::string made;
-    for (const CTextString& text : {CTextString(0), CTextString(-1), CTextString('y'), CTextString(""), CTextString(big),
-                                    big.Concat(big), big.Concat(big.Text()), big.Left(20), big.Right(19)})
+    for (const CTextString& text : {CTextString(0), CTextString(-1), CTextString('y'), CTextString(""),
+                                    CTextString(static_cast<const char*>(nullptr)), CTextString(big), big.Concat(big),
+                                    big.Concat(big.Text()), big.Left(20), big.Right(19)})
         made += std::string(text.Text()) + ":" + std::to_string(text.Capacity()) + " ";
     const std::string x20(20, 'x');
     EXPECT_EQ(big.Find(x20.data(), 2, 20), -1);   // a search that would end past the allocation
-    EXPECT_EQ(made, ":17 :17 y:16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
+    EXPECT_EQ(made, ":17 :17 y:16 :16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
 }
 
 TEST(TextString, FormatIntegerAndInput)
