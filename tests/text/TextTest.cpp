@@ -112,6 +112,7 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.KeepRight(2).AppendChar('f'); }, "def", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).Assign("xyz"); }, "xyz", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).Assign(CTextString("xyz")); }, "xyz", 16, 0},
+        {[](CTextString& t) { t.KeepRight(2).AssignChar('q'); }, "q", 16, 0},
         {[](CTextString& t) { t.Assign("0123456789abcdef"); }, "0123456789abcdef", 17, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign("abcdef"); }, "abcdef", 16, 0},
@@ -200,7 +201,7 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abc"); FailAllocation(1); t.Assign(std::string(20, 'x').c_str()); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"), big(std::string(20, 'x').c_str()); FailAllocation(1); t.Assign(big); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"); FailAllocation(1); return Bytes(t) + (t.Reserve(99, true) ? "+" : "-"); }, "abc-"},
-        {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); return Bytes(t.AssignChar('x')); }, "x"},
+        {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); t.AssignChar('x'); return Bytes(t) + std::to_string(t.Capacity()); }, "x18"},
         {[] { CTextString t("abcde"), s("0123456789ABCDE"); FailAllocation(0); t.Assign("0123456789abcde").Assign(s);
               return Bytes(t) + std::to_string(AllocationsMade()); }, "0123456789ABCDE0"},
         {[] { CTextString t("abc"); FailAllocation(1); const CTextString l = t.Left(2); FailAllocation(1); const CTextString r = t.Right(2);
