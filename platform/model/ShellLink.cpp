@@ -4,18 +4,13 @@
 
 #include "platform/model/ShellLinkModel.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
 #include <map>
-#include <string>
 
 #include "text/TextString.h"
 
 // Both interfaces of one stand-in object point at the same record, as COM's do.
 struct ShellLinkInterface {
     ShellLinkModel::LinkFile current;
-    std::u16string wide[4];   // by LinkText; empty: the single-byte text widened
     int references = 0;
 };
 
@@ -26,7 +21,6 @@ struct Store {
     std::map<std::string, LinkFile> files;
     std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
-    std::map<std::string, std::array<std::u16string, 4>> wide;
     std::vector<std::string> calls;
     int liveObjects = 0;
 };
@@ -39,13 +33,10 @@ Store& TheStore()
 
 std::string Key(const CTextString& path) { return std::string(path.Text(), static_cast<std::size_t>(path.Length())); }
 
-// Low bytes of the units, the trailing zero dropped: how a wide path reads in a call line.
-std::string Shown(const std::string& widePath)
+std::string& Field(LinkFile& file, LinkText which)
 {
-    std::string shown;
-    for (std::size_t i = 0; i < widePath.size() && widePath[i] != 0; i += 2)
-        shown += widePath[i];
-    return shown;
+    std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
+    return *fields[which];
 }
 
 // Records the call; what the step answers: the failure asked for, or ShellOk to do its work.
@@ -55,31 +46,29 @@ ShellResult Record(Step step, const std::string& line)
     return TheStore().failures.count(step) ? TheStore().failures[step] : ShellOk;
 }
 
-ShellResult Give(Step step, const char* name, const std::string& text, char* buffer, int capacity)
+ShellResult Give(Step step, const char* name, ShellLinkInterface* link, LinkText which, char* buffer, int capacity)
 {
-    if (const ShellResult failed = Record(step, std::string(name) + " " + std::to_string(capacity)))
+    if (const ShellResult failed = Record(step, name))
         return failed;
-    buffer[text.copy(buffer, static_cast<std::size_t>(capacity - 1))] = 0;
+    buffer[Field(link->current, which).copy(buffer, static_cast<std::size_t>(capacity - 1))] = 0;
     return ShellOk;
 }
 
-// A single-byte field set through the interface; its wide reading follows it again.
-ShellResult Set(Step step, const char* name, ShellLinkInterface* link, LinkText which, const std::string& value,
-                const std::string& shown = "")
+// A single-byte text set through the interface; its wide reading follows it again.
+ShellResult Set(Step step, const char* name, ShellLinkInterface* link, LinkText which, const char* value)
 {
-    if (const ShellResult failed = Record(step, name + (" " + value) + shown))
+    if (const ShellResult failed = Record(step, name + std::string(" ") + value))
         return failed;
-    LinkFile& file = link->current;
-    std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
-    *fields[which] = value;
-    link->wide[which].clear();
+    Field(link->current, which) = value;
+    link->current.wide[which].clear();
     return ShellOk;
 }
 
 ShellLinkInterface* ObjectOf(PersistFileInterface* file) { return reinterpret_cast<ShellLinkInterface*>(file); }
 
-void Drop(ShellLinkInterface* object)
+void Drop(ShellLinkInterface* object, const char* call)
 {
+    TheStore().calls.push_back(call);
     if (--object->references == 0) {
         --TheStore().liveObjects;
         delete object;
@@ -95,7 +84,7 @@ bool LinkFile::operator==(const LinkFile& other) const
 }
 
 // Objects still alive stay counted.
-void Reset() { TheStore() = Store{{}, {}, {}, {}, {}, TheStore().liveObjects}; }
+void Reset() { TheStore() = Store{{}, {}, {}, {}, TheStore().liveObjects}; }
 
 std::string Wide(const std::string& path)
 {
@@ -107,14 +96,11 @@ std::string Wide(const std::string& path)
 
 void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath] = file; }
 
-void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().wide[path][text] = units; }
+void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().files[path].wide[text] = units; }
 
-LinkFile GetFile(const std::string& widePath)
-{
-    return TheStore().files.count(widePath) ? TheStore().files[widePath] : LinkFile();
-}
+LinkFile GetFile(const std::string& widePath) { return TheStore().files[widePath]; }
 
-int SaveCount(const std::string& widePath) { return TheStore().saves.count(widePath) ? TheStore().saves[widePath] : 0; }
+int SaveCount(const std::string& widePath) { return TheStore().saves[widePath]; }
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
@@ -131,7 +117,7 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
     *link = nullptr;
     if (const ShellResult failed = Record(StepCreate, "Create"))
         return failed;
-    *link = new ShellLinkInterface{LinkFile(), {}, 1};
+    *link = new ShellLinkInterface{LinkFile(), 1};
     ++TheStore().liveObjects;
     return ShellOk;
 }
@@ -146,63 +132,46 @@ ShellResult QueryPersistFile(ShellLinkInterface* link, PersistFileInterface** fi
     return ShellOk;
 }
 
-void ReleaseShellLink(ShellLinkInterface* link)
-{
-    TheStore().calls.push_back("ReleaseShellLink");
-    Drop(link);
-}
+void ReleaseShellLink(ShellLinkInterface* link) { Drop(link, "ReleaseShellLink"); }
 
-void ReleasePersistFile(PersistFileInterface* file)
-{
-    TheStore().calls.push_back("ReleasePersistFile");
-    Drop(ObjectOf(file));
-}
+void ReleasePersistFile(PersistFileInterface* file) { Drop(ObjectOf(file), "ReleasePersistFile"); }
 
 ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
-    const std::string key = Key(widePath);
-    if (const ShellResult failed = Record(StepLoad, "Load " + Shown(key)))
+    const auto found = TheStore().files.find(Key(widePath));
+    if (const ShellResult failed = Record(StepLoad, "Load"))
         return failed;
-    auto found = TheStore().files.find(key);
     if (found == TheStore().files.end())
         return NotFound;
     ObjectOf(file)->current = found->second;
-    std::copy_n(TheStore().wide[key].begin(), 4, ObjectOf(file)->wide);
     return ShellOk;
 }
 
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
-    const std::string key = Key(widePath);
-    if (const ShellResult failed = Record(StepSave, "Save " + Shown(key)))
+    if (const ShellResult failed = Record(StepSave, "Save"))
         return failed;
-    TheStore().files[key] = ObjectOf(file)->current;
-    std::copy_n(ObjectOf(file)->wide, 4, TheStore().wide[key].begin());
-    ++TheStore().saves[key];
+    TheStore().files[Key(widePath)] = ObjectOf(file)->current;
+    ++TheStore().saves[Key(widePath)];
     return ShellOk;
 }
 
-ShellResult ResolveLink(ShellLinkInterface*, void* window)
-{
-    char line[40];
-    std::snprintf(line, sizeof line, "Resolve %p", window);
-    return Record(StepResolve, line);
-}
+ShellResult ResolveLink(ShellLinkInterface*, void*) { return Record(StepResolve, "Resolve"); }
 
 ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    const ShellResult result = Give(StepGetPath, "GetPath", link->current.path, buffer, capacity);
+    const ShellResult result = Give(StepGetPath, "GetPath", link, LinkTextPath, buffer, capacity);
     return result == ShellOk && link->current.path.empty() ? ShellFalse : result;
 }
 
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetArguments, "GetArguments", link->current.arguments, buffer, capacity);
+    return Give(StepGetArguments, "GetArguments", link, LinkTextArguments, buffer, capacity);
 }
 
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index)
 {
-    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link->current.iconPath, buffer, capacity);
+    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link, LinkTextIconLocation, buffer, capacity);
     if (result == ShellOk)
         *index = link->current.iconIndex;
     return result;
@@ -210,17 +179,15 @@ ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capa
 
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link->current.workDir, buffer, capacity);
+    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link, LinkTextWorkingDirectory, buffer, capacity);
 }
 
 // Not recorded among the calls: it reads what the single-byte reads already did.
 ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)
 {
-    const LinkFile& file = link->current;
-    const std::string* fields[] = {&file.path, &file.arguments, &file.workDir, &file.iconPath};
-    const std::u16string& units = link->wide[which];
+    const std::u16string& units = link->current.wide[which];
     if (units.empty())
-        return WidenByCodePage(CTextString(fields[which]->c_str()), wide) ? ShellOk : Failed;
+        return WidenByCodePage(CTextString(Field(link->current, which).c_str()), wide) ? ShellOk : Failed;
     wide.MakeEmpty();
     for (char16_t unit : units) {
         const char pair[2] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
@@ -247,8 +214,7 @@ ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments)
 
 ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index)
 {
-    const ShellResult result = Set(StepSetIconLocation, "SetIconLocation", link, LinkTextIconLocation, path,
-                                   "," + std::to_string(index));
+    const ShellResult result = Set(StepSetIconLocation, "SetIconLocation", link, LinkTextIconLocation, path);
     if (result == ShellOk)
         link->current.iconIndex = index;
     return result;

@@ -25,7 +25,10 @@ struct LinkFile {
     std::string iconPath;
     std::int32_t iconIndex = 0;
     std::string description;   // never set through the interface; shows what a save keeps
-    bool operator==(const LinkFile& other) const;
+    // By LinkText, what the wide interface reads where the text holds characters the code
+    // page cannot; empty: the single-byte text widened. A Set call drops it.
+    std::u16string wide[4];
+    bool operator==(const LinkFile& other) const;   // the wide readings aside
 };
 
 enum Step {
@@ -44,9 +47,7 @@ void Reset();
 std::string Wide(const std::string& path);
 
 void PutFile(const std::string& widePath, const LinkFile& file);
-// What the wide interface reads of a text of the stored file, where it holds characters the
-// code page cannot: without one it reads the single-byte text widened. A Set call on a
-// loaded object drops it; a save stores the object's.
+// Sets a wide reading of the stored file (see LinkFile::wide).
 void PutWide(const std::string& widePath, LinkText which, const std::u16string& units);
 LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
 int SaveCount(const std::string& widePath);      // how many times SaveLinkFile wrote it
@@ -54,9 +55,8 @@ int SaveCount(const std::string& widePath);      // how many times SaveLinkFile 
 // From now until Reset, every call of step answers result instead of doing its work.
 void FailStep(Step step, ShellResult result = Failed);
 
-// The calls in order, one line each: the step's name and what it was given, e.g.
-// "GetPath 16383", "SetArguments profile=\"A\" target=\"x\"", "Save C:\a.lnk" (wide paths
-// shown by their low bytes), "Resolve 0x1234" (the window handle in hex).
+// The calls in order, one line each: the step's name, and for a Set call what it was given,
+// e.g. "GetPath", "SetArguments profile=\"A\" target=\"x\"", "Save".
 const std::vector<std::string>& Calls();
 
 // Link objects made and not yet given back by both their references.
