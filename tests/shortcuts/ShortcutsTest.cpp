@@ -31,7 +31,7 @@ std::string Wide(const std::u16string& text, bool bare = false)
 TEST(ArgumentLine, SplitComposeAndTakeApart)
 {
     const std::pair<const char*, const char*> tokens[] = {
-        {" \t\r\n ", ""}, {"\"\"", ""}, {"\"\" a", "a|"}, {" a  b\x01" "c ", "a|b|c|"}, {"x\"a b\"y \"c d", "xa b|y|c d|"},
+        {" \t\r\n ", ""}, {"\"\"", ""}, {"\"\" a", "a|"}, {" a  b\x01" "c !", "a|b|c|!|"}, {"x\"a b\"y \"c d", "xa b|y|c d|"},
     };
     CChain<CTextString> chain, profiles;
     for (const auto& [source, joined] : tokens) {
