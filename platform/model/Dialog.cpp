@@ -19,7 +19,7 @@ void Log(const Parts&... parts)
 {
     std::ostringstream line;
     ((line << ' ' << parts), ...);
-    DialogModel().Call(line.str().substr(1));
+    DialogModel().calls.push_back(line.str().substr(1));
 }
 
 // The order of the sorted controls: ASCII letters folded to upper case, then the bytes
@@ -54,8 +54,6 @@ void ResetDialogModel()
     delete theModel;
     theModel = new CDialogModel();
 }
-
-void CDialogModel::Call(const std::string& line) { beforeCall ? beforeCall() : void(), calls.push_back(line); }
 
 bool CModelWindow::Press(int id)
 {

@@ -50,10 +50,9 @@ struct CDialogModel {
     std::vector<std::string> messageBoxes;   // "caption|text|flags", each answered with IdOk
     // Every other platform call that shows, one line each, handles in hex: "MakeFont 20 700
     // 2 Arial", "SetItemFont 1011 0x14", "Revoke", "DrawIconSized 20 30 0x77 64 64", and for
-    // a colour the device context it was set on, "SetTextColour 0x3f3 13107200". beforeCall
-    // runs ahead of each line, so that a test can merge in another stand-in's log.
+    // a colour the device context it was set on, "SetTextColour 0x3f3 13107200"; the link
+    // stand-in's calls among them, in order.
     std::vector<std::string> calls;
-    std::function<void()> beforeCall;
 
     // What the platform answers. A font's handle is its height, a brush's its colour, and
     // every string resource is "a tip".
@@ -61,7 +60,6 @@ struct CDialogModel {
     std::int32_t oleAnswer = 0;                // OleInitialize
     std::string commandLine = "Linkwright.exe";
 
-    void Call(const std::string& line);
 };
 
 // The one model of the process, and a fresh one.

@@ -7,12 +7,12 @@
 
 COleDropTarget::COleDropTarget() : registration(nullptr) {}
 COleDropTarget::~COleDropTarget() {}
-bool COleDropTarget::Register(CDialog& dialog) { return DialogModel().Call("Register"), registration = &dialog, true; }
+bool COleDropTarget::Register(CDialog& dialog) { return DialogModel().calls.push_back("Register"), registration = &dialog, true; }
 
 void COleDropTarget::Revoke()
 {
     if (registration)
-        DialogModel().Call("Revoke");
+        DialogModel().calls.push_back("Revoke");
     registration = nullptr;
 }
 
@@ -20,5 +20,5 @@ int COleDropTarget::OnDragEnter(const void*, std::size_t, std::uint32_t) { retur
 int COleDropTarget::OnDragOver(std::uint32_t) { return DropEffectNone; }
 void COleDropTarget::OnDragLeave() {}
 bool COleDropTarget::OnDrop(int) { return false; }
-std::int32_t StartOle() { return DialogModel().Call("StartOle"), DialogModel().oleAnswer; }
-void StopOle() { DialogModel().Call("StopOle"); }
+std::int32_t StartOle() { return DialogModel().calls.push_back("StartOle"), DialogModel().oleAnswer; }
+void StopOle() { DialogModel().calls.push_back("StopOle"); }

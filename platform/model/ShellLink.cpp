@@ -1,11 +1,12 @@
 // The in-memory shell link stand-in: a store of link records keyed by wide path, objects
-// with a reference for each of their two interfaces, failures on request, and a record of
-// every call. See platform/model/ShellLinkModel.h.
+// with a reference for each of their two interfaces, and failures on request; every call goes
+// into the dialog model's log. See platform/model/ShellLinkModel.h.
 
 #include "platform/model/ShellLinkModel.h"
 
 #include <map>
 
+#include "platform/model/DialogModel.h"
 #include "text/TextString.h"
 
 // Both interfaces of one stand-in object point at the same record, as COM's do.
@@ -21,7 +22,6 @@ struct Store {
     std::map<std::string, LinkFile> files;
     std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
-    std::vector<std::string> calls;
     int liveObjects = 0;
 };
 
@@ -39,10 +39,10 @@ std::string& Field(LinkFile& file, LinkText which)
     return *fields[which];
 }
 
-// Records the call; what the step answers: the failure asked for, or ShellOk to do its work.
+// Logs the call; what the step answers: the failure asked for, or ShellOk to do its work.
 ShellResult Record(Step step, const std::string& line)
 {
-    TheStore().calls.push_back(line);
+    DialogModel().calls.push_back(line);
     return TheStore().failures.count(step) ? TheStore().failures[step] : ShellOk;
 }
 
@@ -68,7 +68,7 @@ ShellLinkInterface* ObjectOf(PersistFileInterface* file) { return reinterpret_ca
 
 void Drop(ShellLinkInterface* object, const char* call)
 {
-    TheStore().calls.push_back(call);
+    DialogModel().calls.push_back(call);
     if (--object->references == 0) {
         --TheStore().liveObjects;
         delete object;
@@ -84,7 +84,7 @@ bool LinkFile::operator==(const LinkFile& other) const
 }
 
 // Objects still alive stay counted.
-void Reset() { TheStore() = Store{{}, {}, {}, {}, TheStore().liveObjects}; }
+void Reset() { TheStore() = Store{{}, {}, {}, TheStore().liveObjects}; }
 
 std::string Wide(const std::string& path)
 {
@@ -103,8 +103,6 @@ LinkFile GetFile(const std::string& widePath) { return TheStore().files[widePath
 int SaveCount(const std::string& widePath) { return TheStore().saves[widePath]; }
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
-
-const std::vector<std::string>& Calls() { return TheStore().calls; }
 
 int LiveObjects() { return TheStore().liveObjects; }
 

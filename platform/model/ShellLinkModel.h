@@ -7,8 +7,9 @@
 // into the store. GetLinkPath of an object with an empty target answers ShellFalse, as the
 // shell does for a link without a file-system target.
 //
-// A test fills the store, tells any one step to fail, and afterwards inspects the store,
-// the calls made in order, and whether every reference was given back.
+// A test fills the store, tells any one step to fail, and afterwards inspects the store and
+// whether every reference was given back. Each call is a line of the dialog model's log: the
+// step's name, and for a Set call what it was given, e.g. "GetPath", "SetArguments x".
 
 #include <cstdint>
 #include <string>
@@ -40,7 +41,7 @@ enum Step {
 const ShellResult Failed = static_cast<ShellResult>(0x80004005u);     // E_FAIL
 const ShellResult NotFound = static_cast<ShellResult>(0x80070002u);   // a load of a missing file
 
-// Forgets every file, failure and recorded call. Objects still alive keep working.
+// Forgets every file and failure. Objects still alive keep working.
 void Reset();
 
 // The wide path form of a single-byte path (each byte a unit, one zero byte behind).
@@ -55,9 +56,6 @@ int SaveCount(const std::string& widePath);      // how many times SaveLinkFile 
 // From now until Reset, every call of step answers result instead of doing its work.
 void FailStep(Step step, ShellResult result = Failed);
 
-// The calls in order, one line each: the step's name, and for a Set call what it was given,
-// e.g. "GetPath", "SetArguments profile=\"A\" target=\"x\"", "Save".
-const std::vector<std::string>& Calls();
 
 // Link objects made and not yet given back by both their references.
 int LiveObjects();

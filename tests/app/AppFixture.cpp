@@ -33,13 +33,11 @@ void AppFixture::ResetModels()
 {
     ResetDialogModel();
     ShellLinkModel::Reset();
-    shellCallsSeen = 0;
     for (int id : {IDCANCEL, IDC_PROFILE_COMBO, IDC_ADD, IDC_SELECTED_LIST, IDC_REMOVE, IDC_HELP_BUTTON, IDOK,
                    IDC_RESTORE, IDC_ENABLED_LABEL, IDC_SHORTCUT_NAME})
         DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE,
                                                               id != IDC_ENABLED_LABEL, {}, {}, {}};
     DialogModel().templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
-    DialogModel().beforeCall = [this] { MergeShellCalls(); };
 }
 
 void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
@@ -98,16 +96,8 @@ std::string States(CModelWindow& window)
     return states + (window.dialog->IsItemVisible(IDC_ENABLED_LABEL) ? "label+" : "label-");
 }
 
-void AppFixture::MergeShellCalls()
-{
-    const Lines& shell = ShellLinkModel::Calls();
-    for (shellCallsSeen = std::min(shellCallsSeen, shell.size()); shellCallsSeen < shell.size(); ++shellCallsSeen)
-        DialogModel().calls.push_back(shell[shellCallsSeen]);
-}
-
 Lines AppFixture::Log(const Lines& prefixes)
 {
-    MergeShellCalls();
     Lines lines;
     for (const std::string& line : DialogModel().calls) {
         if (prefixes.empty() ||

@@ -2,7 +2,7 @@
 // The one fixture of the application's tests: a program folder of the test's own with
 // Zelmar.exe and three profiles (Alpha, Beta, Gamma), the module path pointed there, the
 // dialog model with the controls of both templates, and the in-memory link store, all
-// fresh. The model's log and the link store's calls are merged into one, in order.
+// fresh. The model's log holds the link store's calls too, in order.
 
 #include <gtest/gtest.h>
 
@@ -46,11 +46,9 @@ protected:
     // Drags the shortcut over the dialog and drops it, and the analysis runs. True when the
     // drag was accepted and the drop taken.
     bool Drop(CLinkDlg& dialog, const std::string& path);
-    // The merged log; only the lines that begin with one of the prefixes, when given.
+    // The model's log; only the lines that begin with one of the prefixes, when given.
     Lines Log(const Lines& prefixes = {});
-    void MergeShellCalls();
 
     std::string nativeFolder;   // the program folder as the C++ library names it
     std::string folder;         // the same as a Windows path
-    std::size_t shellCallsSeen = 0;
 };

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include "platform/model/DialogModel.h"
 #include "platform/model/ShellLinkModel.h"
 #include "shortcuts/LinkDropTarget.h"
 #include "tests/files/FilesFixture.h"
@@ -41,13 +42,13 @@ TEST_F(FilesFixture, LinkOnTheModel)
         EXPECT_EQ(link.InitLinkInterfaces(), step > StepQueryPersistFile) << step;
         link.m_linkPath.Assign(Make(key));
         std::string answered = link.LoadLink() ? "+" : "-";
-        const std::size_t loadCalls = Calls().size();
+        const std::size_t loadCalls = DialogModel().calls.size();
         answered += link.SaveEnhanced(Make("C:\\Z\\Zelmar.exe"), Make("x"), Make(""), Make(""), profiles) ? "+" : "-";
-        const std::size_t enhanced = Calls().size() - loadCalls;
+        const std::size_t enhanced = DialogModel().calls.size() - loadCalls;
         answered += link.SaveRestored(Make("x"), Make(""), Make("")) ? "+" : "-";
         struct stat facts;
         EXPECT_EQ(fields(link) + answered, loaded + answers) << step;
-        EXPECT_EQ(std::make_tuple(enhanced, Calls().size() - loadCalls - enhanced, SaveCount(key)),
+        EXPECT_EQ(std::make_tuple(enhanced, DialogModel().calls.size() - loadCalls - enhanced, SaveCount(key)),
                   std::make_tuple(enhancedCalls, restoredCalls, saved)) << step;
         EXPECT_TRUE(stat("Sim.lnk", &facts) == 0 && (facts.st_mode & S_IWUSR) == (step > StepQueryPersistFile ? S_IWUSR : 0u));
     }
