@@ -6,6 +6,7 @@
 #include "shortcuts/QuoteChars.h"
 #include "shortcuts/ShortcutList.h"
 #include "tests/files/FilesFixture.h"
+#include "text/Allocation.h"
 
 namespace {
 
@@ -38,6 +39,13 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
         Tokenize(CTextString(source), chain);
         EXPECT_EQ(Joined(chain), joined) << source;
     }
+    const CTextString two(("a " + std::string(20, 'b')).c_str());   // each allocation failed in turn
+    std::string answers;
+    for (long nth = 1; nth <= 8; ++nth, FailAllocation(0)) {
+        FailAllocation(nth);
+        answers += Tokenize(two, chain) ? "+" : "-";
+    }
+    EXPECT_EQ(answers, "-+---+--");   // a token that lost its first allocation grows one   // a token that lost its first allocation grows one
     // line; then the profiles, target, working folder and arguments taken from it ("-": untouched)
     const std::pair<const char*, const char*> lines[] = {
         {"profile=\"A\" profile=\"B b\" target=\"C:\\x.exe\" targetDir=\"C:\\\" args=\"-f [a b]\"", "A|B b|;C:\\x.exe;C:\\;-f [a b]"},
