@@ -45,7 +45,7 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
         FailAllocation(nth);
         answers += Tokenize(two, chain) ? "+" : "-";
     }
-    EXPECT_EQ(answers, "-+---+--");   // a token that lost its first allocation grows one   // a token that lost its first allocation grows one
+    EXPECT_EQ(answers, "-+---+--");   // a token that lost its first allocation grows one
     // line; then the profiles, target, working folder and arguments taken from it ("-": untouched)
     const std::pair<const char*, const char*> lines[] = {
         {"profile=\"A\" profile=\"B b\" target=\"C:\\x.exe\" targetDir=\"C:\\\" args=\"-f [a b]\"", "A|B b|;C:\\x.exe;C:\\;-f [a b]"},
