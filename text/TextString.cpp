@@ -4,6 +4,7 @@
 
 #include "text/TextString.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "text/Allocation.h"
@@ -292,7 +293,7 @@ CTextString CTextString::Concat(const CTextString& other) const
 
 CTextString CTextString::Left(int n) const
 {
-    n = n < 0 ? 0 : (n > length ? length : n);
+    n = std::clamp(n, 0, length);
     CTextString result(n);
     if (result.HasAllocation())
         result.AppendBytes(Text(), n);
@@ -301,7 +302,7 @@ CTextString CTextString::Left(int n) const
 
 CTextString CTextString::Right(int n) const
 {
-    n = n < 0 ? 0 : (n > length ? length : n);
+    n = std::clamp(n, 0, length);
     CTextString result(n);
     if (result.HasAllocation())
         result.AppendBytes(Text() + (length - n), n);
@@ -313,7 +314,7 @@ CTextString CTextString::Right(int n) const
 bool CTextString::Reserve(int size, bool keep, bool exact)
 {
     size = Larger(size, 4);
-    const int total = buffer ? capacity + static_cast<int>(cursor - buffer) : 0;
+    const int total = capacity + static_cast<int>(cursor - buffer);   // 0 without a buffer
     if (buffer && (exact ? total == size : total >= size)) {
         if (keep)
             Compact();

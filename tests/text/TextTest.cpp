@@ -113,19 +113,30 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.KeepRight(2).Assign("xyz"); }, "xyz", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).Assign(CTextString("xyz")); }, "xyz", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).AssignChar('q'); }, "q", 16, 0},
+        {[](CTextString& t) { t.KeepRight(2).MakeEmpty(); }, "", 16, 0},
+        {[](CTextString& t) { t.KeepRight(0); }, "", 16, 0},
+        {[](CTextString& t) { t.KeepRight(3); TrimRight(t, 'a', 'e'); }, "", 16, 0},
+        {[](CTextString& t) { t.AppendBytes(nullptr, 0); (void)t.OverwriteBytes(5, nullptr, 0); }, "abcde", 16, 0},
+        {[](CTextString& t) { t.KeepRight(1).Append(std::string(20, 'x').c_str()); }, "e" + std::string(20, 'x'), 37, 0},
+        {[](CTextString& t) { t.Assign(CTextString(std::string(20, 'x').c_str())).AppendChar('y'); }, std::string(20, 'x') + "y", 37, 0},
+        {[](CTextString& t) { t.Assign(CTextString(std::string(20, 'x').c_str())).KeepRight(5).AppendChar('y'); }, "xxxxxy", 21, 0},
         {[](CTextString& t) { t.Assign("0123456789abcdef"); }, "0123456789abcdef", 17, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign("abcdef"); }, "abcdef", 16, 0},
         {[](CTextString& t) { t.Append(std::string(995, 'x').c_str()); }, "abcde" + std::string(995, 'x'), 1100, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); }, "", 4, 0},
         {[](CTextString& t) { (void)t.Reserve(5, true, true); }, "abcd", 5, 0},
+        {[](CTextString& t) { (void)t.Reserve(7, true, true); }, "abcde", 7, 0},
+        {[](CTextString& t) { (void)t.Reserve(16, false, false); }, "abcde", 16, 0},
+        {[](CTextString& t) { (void)t.Reserve(4, true, true); t.AssignBigEndian16(0x4142); }, "AB", 4, 0},
+        {[](CTextString& t) { (void)t.Reserve(6, true, true); t.AssignBigEndian32(0x41424344); }, "ABCD", 6, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(16, true, true); }, "de", 16, 0},
         {[](CTextString& t) { (void)t.KeepRight(2).Reserve(10, false, false); }, "ab~", 16, 0},
         {[](CTextString& t) { (void)t.Reserve(16, false); }, "", 32, 0},
         {[](CTextString& t) { (void)t.Reserve(200, true); }, "abcde", 220, 0},
         {[](CTextString& t) { t.Append(std::string(45, 'x').c_str()).KeepRight(2); (void)t.Reserve(18, true); }, "xx", 66, 0},
         {[](CTextString& t) { t.KeepRight(4).AssignBigEndian16(0x1234); }, "\x12\x34", 15, 1},
-        {[](CTextString& t) { t.AssignBigEndian32(0x00A0B0C0); }, std::string("\0\xA0\xB0\xC0", 4), 16, 0},
+        {[](CTextString& t) { t.AssignBigEndian32(0x4100B0C0); }, std::string("A\0\xB0\xC0", 4), 16, 0},
         {[](CTextString& t) { t.KeepRight(4); TrimLeft(t, 'a', 'c'); }, "de", 13, 3},
         {[](CTextString& t) { t.Replace(Make(std::string(1, '\0')), Make("z")); }, "abcde", 16, 0},   // not the terminator
     };
@@ -167,6 +178,7 @@ TEST(TextString, FormatIntegerAndInput)
     for (CTextString line(0); line.ReadLine(stream) || (lines += std::to_string(line.Length()), false);)
         lines += Bytes(line) + '|';
     EXPECT_EQ(lines, std::string("abc|def|\0x|z|0", 14));
+    EXPECT_EQ(CTextString("z").WriteTo(stream) * 2 + CTextString("").WriteTo(stream), 2);
     std::fclose(stream);
 
     // Through file handles: a read grows the allocation as it needs, keeps one big enough and
@@ -201,6 +213,7 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abc"); FailAllocation(1); t.Assign(std::string(20, 'x').c_str()); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"), big(std::string(20, 'x').c_str()); FailAllocation(1); t.Assign(big); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"); FailAllocation(1); return Bytes(t) + (t.Reserve(99, true) ? "+" : "-"); }, "abc-"},
+        {[] { FailAllocation(1); CTextString t("abc"); (void)t.Reserve(8, true, false); return t.Text() + std::to_string(t.Length()); }, "0"},
         {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); t.AssignChar('x'); return Bytes(t) + std::to_string(t.Capacity()); }, "x18"},
         {[] { CTextString t("abcde"), s("0123456789ABCDE"); FailAllocation(0); t.Assign("0123456789abcde").Assign(s);
               return Bytes(t) + std::to_string(AllocationsMade()); }, "0123456789ABCDE0"},
