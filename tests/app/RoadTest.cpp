@@ -16,7 +16,7 @@ const char Unsupported[] = "Unsupported Characters|This shortcut holds character
                            "be modified.|0";
 const char TooLong[] = "Shortcut Too Long|The enhanced shortcut would be too long to be restored. Remove a profile or "
                        "shorten the shortcut's arguments.|0";
-const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f [a b]\"";
+const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f <a b>\"";
 const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "Race.ico", 2, ""};
 
 std::string Joined(const Lines& lines)
@@ -30,11 +30,12 @@ std::string Joined(const Lines& lines)
 // One drop, Add, Remove or command after the other in one dialog. After each: the control
 // set; the data (m_target|m_targetDir|m_args|m_selected|the list's rows|the name shown|
 // the count of listed shortcuts); and what happened (icons, deletes of rows, the arguments
-// written, message boxes). An icon is shown unless its file has none (0) or is no icon file
-// (1); the one shown before is destroyed then. Save and Restore keep the data, so a
-// shortcut is saved twice, and again after a Restore, without being dropped anew. A
-// shortcut holding characters beyond the code page, in any of its texts, is refused at the
-// drop; a line too long to be read back is refused at Save, which stays on; neither writes.
+// written under QuoteChars.txt's quotes, message boxes). An icon is shown unless its file
+// has none (0) or is no icon file (1); the one shown before is destroyed then. Save and
+// Restore keep the data, so a shortcut is saved twice, and again after a Restore, without
+// being dropped anew. A shortcut holding characters beyond the code page, in any of its
+// texts, is refused at the drop; a line too long to be read back is refused at Save, which
+// stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
     const std::pair<const char*, LinkFile> links[] = {
@@ -61,6 +62,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         ShellLinkModel::PutFile(Wide(path), {"C:\\G\\omega.exe", "-x", "C:\\G", "", 0, ""});
         ShellLinkModel::PutWide(Wide(path), which, wide[which]);
     }
+    WriteProgramFile("QuoteChars.txt", "LeftArgQuote=<\r\nRightArgQuote=>\r\n");
     DialogModel().icons = {{"Race.ico", reinterpret_cast<IconHandle>(0x71)}, {"Case.ico", NotAnIconFile},
                            {"self.ico", reinterpret_cast<IconHandle>(0x73)}};
     using Act = std::function<void(CLinkDlg&, CModelWindow&)>;
@@ -77,7 +79,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     auto remove = [&](std::vector<int> rows) { return pick(IDC_SELECTED_LIST, rows); };
     auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
     auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
-    const std::string race = "C:\\Games\\race.exe|C:\\Games|-f [a b]|", save = "SetArguments profile=";
+    const std::string race = "C:\\Games\\race.exe|C:\\Games|-f <a b>|", save = "SetArguments profile=";
     const std::tuple<Act, const char*, std::string, Lines> steps[] = {
         {drop("Race.lnk"), Plain, race + "||Race|0", {"Redraw"}},
         {add(-1), Plain, race + "||Race|0", {}},
@@ -141,6 +143,8 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
             EXPECT_EQ(happened, events);
         }
     });
+    const LinkFile saved = ShellLinkModel::GetFile(Wide("C:\\L\\Race.lnk"));   // Beta's Save, the last that went through
+    EXPECT_EQ(saved.path + "|" + saved.workDir + "|" + saved.iconPath, ProgramPath("Zelmar.exe") + "|" + folder + "|Race.ico");
 }
 
 // A start with -RestoreAll writes back only what is enhanced, under the quote characters

@@ -1,6 +1,8 @@
 // The shortcut engine's texts and files: the enhanced line, QuoteChars.txt, the registry and
 // its report, and what a drag offers.
 
+#include <memory>
+
 #include "shortcuts/ArgumentLine.h"
 #include "shortcuts/LinkDropTarget.h"
 #include "shortcuts/QuoteChars.h"
@@ -156,11 +158,15 @@ TEST(DropReception, FirstNameInWidePathForm)
         {drop(true, Wide(u"a\u4E00.lnk")), DropEffectNone, Wide(u"a")},
         {drop(true, "").substr(0, 19), DropEffectNone, ""},
         {drop(true, ""), DropEffectNone, ""},
+        {std::string("\x14\x01\0\0", 4) + std::string(12, '\0') + std::string("\0\0\1\0", 4) + std::string(256, '\0') +
+             Wide(u"c.lnk"), DropEffectCopy, Wide(u"c.lnk")},   // all four bytes of both fields count
     };
     CLinkDropTarget target;
     target.m_interfacesReady = true;
     for (const auto& [block, effect, path] : rows) {
-        EXPECT_EQ(target.OnDragEnter(block.data(), block.size(), 0x0C) * 10 + target.OnDragOver(0), effect * 11) << path;
+        const std::unique_ptr<char[]> exact(new char[block.size()]);   // so that a read past its end shows
+        std::copy(block.begin(), block.end(), exact.get());
+        EXPECT_EQ(target.OnDragEnter(exact.get(), block.size(), 0x0C) * 10 + target.OnDragOver(0), effect * 11) << path;
         EXPECT_EQ(Bytes(target.m_droppedPath), path);
     }
     const std::string& first = std::get<0>(rows[0]);

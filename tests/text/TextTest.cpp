@@ -121,7 +121,7 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { t.Assign(CTextString(std::string(20, 'x').c_str())).AppendChar('y'); }, std::string(20, 'x') + "y", 37, 0},
         {[](CTextString& t) { t.Assign(CTextString(std::string(20, 'x').c_str())).KeepRight(5).AppendChar('y'); }, "xxxxxy", 21, 0},
         {[](CTextString& t) { t.Assign("0123456789abcdef"); }, "0123456789abcdef", 17, 0},
-        {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
+        {[](CTextString& t) { (void)t.Reserve(6, false, true); t.Assign(CTextString("abcdef")); }, "abcdef", 7, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); t.Assign("abcdef"); }, "abcdef", 16, 0},
         {[](CTextString& t) { t.Append(std::string(995, 'x').c_str()); }, "abcde" + std::string(995, 'x'), 1100, 0},
         {[](CTextString& t) { (void)t.Reserve(1, false, true); }, "", 4, 0},
@@ -214,6 +214,7 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abc"), big(std::string(20, 'x').c_str()); FailAllocation(1); t.Assign(big); return Bytes(t) + (t.HasAllocation() ? "+" : "-"); }, "-"},
         {[] { CTextString t("abc"); FailAllocation(1); return Bytes(t) + (t.Reserve(99, true) ? "+" : "-"); }, "abc-"},
         {[] { FailAllocation(1); CTextString t("abc"); (void)t.Reserve(8, true, false); return t.Text() + std::to_string(t.Length()); }, "0"},
+        {[] { FailAllocation(1); const CTextString none("x"); CTextString t("abc"); return Bytes(t.Assign(none)); }, ""},
         {[] { FailAllocation(1); CTextString t("abc"); FailAllocation(1); t.AssignBigEndian16(0x4142); t.AssignChar('x'); return Bytes(t) + std::to_string(t.Capacity()); }, "x18"},
         {[] { CTextString t("abcde"), s("0123456789ABCDE"); FailAllocation(0); t.Assign("0123456789abcde").Assign(s);
               return Bytes(t) + std::to_string(AllocationsMade()); }, "0123456789ABCDE0"},
