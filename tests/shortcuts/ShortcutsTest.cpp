@@ -153,6 +153,7 @@ TEST(DropReception, FirstNameInWidePathForm)
         {drop(false, "x.lnk.txt"), DropEffectNone, Wide(u"x.lnk.txt")},
         {drop(false, "\xE9\x80.lnk"), DropEffectCopy, Wide(u"\u00E9\u0080.lnk")},
         {drop(true, Wide(u"\u4E2D.lnk")), DropEffectCopy, Wide(u"\u4E2D.lnk")},
+        {drop(true, Wide(u"b.lnk", true)), DropEffectCopy, Wide(u"b.lnk")},
         {drop(true, Wide(u"b.lnk", true) + "x"), DropEffectCopy, Wide(u"b.lnk")},
         {drop(true, Wide(u"a\u0100.lnk")), DropEffectNone, Wide(u"a")},
         {drop(true, Wide(u"a\u4E00.lnk")), DropEffectNone, Wide(u"a")},
