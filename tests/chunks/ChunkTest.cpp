@@ -35,7 +35,7 @@ TEST_F(FilesFixture, ChunkWriter)
     for (bool closeEachGroup : {false, true}) {
         CTextString memory("kept");
         CChunkFile inMemory, onDisk;
-        EXPECT_TRUE(inMemory.BeginMemory(memory) && !inMemory.ReadLeaf(0, leaf) && WriteNested(inMemory, closeEachGroup));
+        EXPECT_TRUE(!inMemory.IsWriting() && inMemory.BeginMemory(memory) && !inMemory.ReadLeaf(0, leaf) && WriteNested(inMemory, closeEachGroup));
         EXPECT_EQ(Bytes(memory), "kept" + Nested);
         WriteFile("n.chk", "old");
         SetAttributes(Full("n.chk").c_str(), AttributeReadOnly);
@@ -51,19 +51,21 @@ TEST_F(FilesFixture, ChunkWriter)
     EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf));
     EXPECT_TRUE(direct.CloseGroup() && direct.Close() && direct.IsWriting());
 
-    // OpenGroup with each allocation failed in turn: it opens the group, or ends the writing
-    // without letting the .tmp twin replace the file.
-    WriteFile("p.chk", "old");
+    // OpenGroup with each allocation failed in turn: it opens the group, and the file is
+    // replaced when the object goes; or it ends the writing and the .tmp twin stays aside.
     std::string opened;
     for (long nth = 1; nth <= 8; ++nth) {
-        CChunkFile file;
-        ASSERT_TRUE(file.BeginFile(Full("p.chk").c_str()));
-        FailAllocation(nth);
-        opened += file.OpenGroup(7) == file.IsOpen() ? (file.IsOpen() ? "+" : "-") : "?";
-        FailAllocation(0);
-        file.replaceOnClose = false;
+        WriteFile("p.chk", "old");
+        {
+            CChunkFile file;
+            ASSERT_TRUE(file.BeginFile(Full("p.chk").c_str()));
+            FailAllocation(nth);
+            opened += file.OpenGroup(7) == file.IsOpen() ? (file.IsOpen() ? "+" : "-") : "?";
+            FailAllocation(0);
+        }
+        opened += ReadFile("p.chk")[0];
     }
-    EXPECT_EQ(opened + ReadFile("p.chk"), "++++--++old");
+    EXPECT_EQ(opened, "+X+X+X+X-o-o+X+X");
 }
 
 TEST_F(FilesFixture, ChunkReader)
@@ -73,29 +75,42 @@ TEST_F(FilesFixture, ChunkReader)
                                Group(5, 1, Leaf("second"));
     const struct {
         const char* what;
-        std::string bytes;
+        std::string bytes;   // "?": no file
+        std::string twin;    // a .tmp twin beside it, "": none; "=": taken over, so the file holds it
         bool opens;
         std::uint32_t group;
         bool groupOpens;
         std::string leaf;   // leaf 0 of the group, or of the root when the group stayed shut; "-": none
     } rows[] = {
-        {"empty", "", false, 2, false, "-"},
-        {"inside the root header", good.substr(0, 12), false, 2, false, "-"},
-        {"wrong signature", "XBF" + good.substr(3), false, 2, false, "-"},
-        {"root a leaf", "XFF" + Be16(1) + Leaf(std::string(8, '\0')), false, 2, false, "-"},
-        {"root count past the end", "XFF" + Be16(1) + Group(0, 0xFFFFFFFFu, Leaf("")), false, 2, false, "-"},
-        {"group count past the end", "XFF" + Be16(1) + Group(0, 1, Group(2, 40000, Leaf(""))), true, 2, false,
+        {"empty", "", "", false, 2, false, "-"},
+        {"inside the root header", good.substr(0, 12), "", false, 2, false, "-"},
+        {"wrong signature", "YFF" + good.substr(3), "", false, 2, false, "-"},
+        {"root a leaf", "XFF" + Be16(1) + Leaf(std::string(8, '\0')), "", false, 2, false, "-"},
+        {"root count past the end", "XFF" + Be16(1) + Group(0, 0xFFFFFFFFu, Leaf("")), "", false, 2, false, "-"},
+        {"group count past the end", "XFF" + Be16(1) + Group(0, 1, Group(2, 40000, Leaf(""))), "", true, 2, false,
          Be32(2) + Be16(0)},
-        {"length past the end", good.substr(0, good.size() - 2), true, 2, true, "-"},
-        {"version changed, bytes appended", "XFF\xAB\xCD" + good.substr(5) + "junk", true, 2, true, "data"},
-        {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 5, groups), true, 5, true, "first"},
-        {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 5, groups), true, 4, false, Be32(5)},
+        {"a child's length past the end", "XFF" + Be16(1) + Group(0, 1, Group(2, 2, Leaf("") + Be16(2))), "", true, 2, false, "-"},
+        {"a group's id past the end", "XFF" + Be16(1) + Group(0, 2, Leaf("x") + Be16(1) + Be32(0)), "", true, 7, false, "-"},
+        {"length past the end", good.substr(0, good.size() - 2), "", true, 2, true, "-"},
+        {"version changed, bytes appended", "XFF\xAB\xCD" + good.substr(5) + "junk", "", true, 2, true, "data"},
+        {"missing, a twin", "?", "=" + good, true, 2, true, "data"},
+        {"damaged, a twin", "XFF" + Be16(1) + Group(0, 9, ""), "=" + good, true, 2, true, "data"},
+        {"damaged, a damaged twin", "XF", "=X", false, 2, false, "-"},
+        {"healthy, a twin", good, "XF", true, 2, true, "data"},
+        {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 5, groups), "", true, 5, true, "first"},
+        {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 5, groups), good, true, 4, false, Be32(5)},
     };
     for (const auto& row : rows) {
-        WriteFile("d.chk", row.bytes);
+        const bool takenOver = !row.twin.empty() && row.twin[0] == '=';
+        for (const auto& [name, bytes] : {std::pair{"d.chk", row.bytes}, {"d.chk.tmp", row.twin.empty() ? "?" : row.twin.substr(takenOver)}}) {
+            std::filesystem::remove(name);
+            if (bytes != "?")
+                WriteFile(name, bytes);
+        }
         CChunkFile file;
         CTextString leaf(0);
         EXPECT_EQ(file.Open(Full("d.chk").c_str()), row.opens) << row.what;
+        EXPECT_EQ(ReadFile("d.chk") + "|" + ReadFile("d.chk.tmp"), takenOver ? row.twin.substr(1) + "|" : row.bytes + "|" + row.twin);
         EXPECT_EQ(file.OpenGroup(row.group), row.groupOpens) << row.what;
         EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", row.leaf) << row.what;
         EXPECT_FALSE(file.ReadLeaf(row.opens ? file.CurrentGroup()->childCount : 0, leaf)) << row.what;
@@ -117,9 +132,19 @@ TEST_F(FilesFixture, ChunkReader)
         FailAllocation(nth);
         const bool opened = failing.Open(Full("d.chk").c_str());
         FailAllocation(0);
-        answers += opened != failing.IsOpen() ? "?" : opened ? "+" : "-";
+        answers += opened != failing.IsOpen() || (opened && failing.CurrentGroup()->keptChildren != 5) ? "?" : opened ? "+" : "-";
     }
     EXPECT_TRUE(answers.find('?') == std::string::npos && answers.find('-') != std::string::npos) << answers;
+    EXPECT_EQ(ReadFile("d.chk.tmp"), good);   // memory that failed says nothing about the file
+    long cost = 0;
+    for (std::uint32_t n : {1u, 9u}) {   // a group's records cost about log n blocks: 1 for one child, 3 for nine
+        WriteFile("c.chk", "XFF" + Be16(1) + Group(0, n, std::string(6 * n, '\0')));
+        CChunkFile counted;
+        FailAllocation(0);
+        EXPECT_TRUE(counted.Open(Full("c.chk").c_str()));
+        cost = AllocationsMade() - cost;
+    }
+    EXPECT_EQ(cost, 2);
 
     WriteFile("l.chk", "LONGER\x02\x03" + Group(0, 1, Leaf("x")));
     CLongChunkFile longer;
