@@ -51,21 +51,21 @@ TEST_F(FilesFixture, ChunkWriter)
     EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf));
     EXPECT_TRUE(direct.CloseGroup() && direct.Close() && direct.IsWriting());
 
-    // OpenGroup with each allocation failed in turn: it opens the group, and the file is
-    // replaced when the object goes; or it ends the writing and the .tmp twin stays aside.
+    // BeginFile and OpenGroup with each allocation failed in turn: "+", both done, and the file
+    // is replaced when the object goes; "-" (not begun) or "=" (no group): the writing has
+    // ended and the .tmp twin stays aside.
     std::string opened;
-    for (long nth = 1; nth <= 8; ++nth) {
+    for (long nth = 1; nth <= 16; ++nth) {
         WriteFile("p.chk", "old");
         {
             CChunkFile file;
-            ASSERT_TRUE(file.BeginFile(Full("p.chk").c_str()));
             FailAllocation(nth);
-            opened += file.OpenGroup(7) == file.IsOpen() ? (file.IsOpen() ? "+" : "-") : "?";
+            opened += file.BeginFile(Full("p.chk").c_str()) ? (file.OpenGroup(7) ? '+' : '=') : file.IsOpen() ? '?' : '-';
             FailAllocation(0);
         }
         opened += ReadFile("p.chk")[0];
     }
-    EXPECT_EQ(opened, "+X+X+X+X-o-o+X+X");
+    EXPECT_EQ(opened, "-o-o+X+X+X+X+X-o-o+X+X+X+X=o=o+X");
 }
 
 TEST_F(FilesFixture, ChunkReader)
