@@ -123,7 +123,7 @@ private:
     bool writeFailed;   // a write went wrong: Close must not let the .tmp twin replace the file
     bool outOfMemory;   // reading: memory failed, so a failed Open does not mean damage
     std::uint16_t version;
-    std::uint32_t firstChunkOffset;
+    std::uint32_t firstChunkOffset;   // reading: where the root's header starts
     CTextString fileName;
     CWindowedFile reader;
     FileHandle writeHandle;

@@ -39,7 +39,6 @@ bool CChunkFile::BeginWriting()
     isWriting = true;
     writeFailed = false;
     version = NewFileVersion;
-    firstChunkOffset = static_cast<std::uint32_t>(signature.Length()) + 2;
     CTextString field(0);
     CChunkGroup root;
     root.id = RootGroupId;
