@@ -35,7 +35,8 @@ TEST_F(FilesFixture, ChunkWriter)
     for (bool closeEachGroup : {false, true}) {
         CTextString memory("kept");
         CChunkFile inMemory, onDisk;
-        EXPECT_TRUE(!inMemory.IsWriting() && inMemory.BeginMemory(memory) && !inMemory.ReadLeaf(0, leaf) && WriteNested(inMemory, closeEachGroup));
+        EXPECT_TRUE(!inMemory.IsWriting() && inMemory.BeginMemory(memory) && !inMemory.ReadLeaf(0, leaf) && WriteNested(inMemory, closeEachGroup) &&
+                    !inMemory.WriteLeaf("x", 1));
         EXPECT_EQ(Bytes(memory), "kept" + Nested);
         WriteFile("n.chk", "old");
         SetAttributes(Full("n.chk").c_str(), AttributeReadOnly);
@@ -48,7 +49,7 @@ TEST_F(FilesFixture, ChunkWriter)
     direct.replaceOnClose = false;
     EXPECT_TRUE(direct.BeginFile(Full("d.chk").c_str()) && !direct.BeginFile(Full("e.chk").c_str()) && direct.Close());
     EXPECT_EQ(ReadFile("d.chk") + std::to_string(PathExists(Full("d.chk.tmp").c_str())), "XFF" + Be16(1) + Group(0, 0, "") + "0");
-    EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf));
+    EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf) || CChunkFile().BeginFile(Full("no\\d").c_str()));
     EXPECT_TRUE(direct.CloseGroup() && direct.Close() && direct.IsWriting());
 
     // BeginFile and OpenGroup with each allocation failed in turn: "+", both done, and the file
