@@ -46,12 +46,24 @@ TEST_F(FilesFixture, WalkerRows)
     for (const char* file : {"a.txt", "bb.dat", "sub/c.txt", "sub/deep/d.txt", "dir.txt/g.txt", "dir.txt/f.dat"})
         WriteFile(file, file);
     const std::string full = base + "\\";
+    // With each allocation failed in turn, a name cut short is never delivered; each walk is
+    // given up inside a folder's search, which must end with the walker for the walks below.
+    for (long nth = 1; nth <= 80; ++nth) {
+        CFileWalker failing(WalkFiles | WalkFolders | WalkRecurse | WalkFullNames | WalkFacts, nullptr, base.c_str(), nullptr, false);
+        CWalkEntry fresh;
+        FailAllocation(nth);
+        for (int left = 4; left-- > 0 && failing.Next(fresh);) {
+            const std::string name = Bytes(fresh.name);
+            EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
+        }
+        FailAllocation(0);
+    }
     // What each walk gives, sorted: the root, then each entry, "/" for a folder, ":" and the
     // size when its facts were had, "~" for this folder in full names.
     const std::tuple<std::uint32_t, const char*, std::string, const char*, bool, const char*> rows[] = {
         {WalkFiles | WalkFullNames, "*.TXT", full, nullptr, false, "~\\ ~\\a.txt"},
         {WalkFiles | WalkFacts, nullptr, base, "", false, "~\\ a.txt:5 bb.dat:6"},
-        {WalkFolders, nullptr, ".", nullptr, false, "~\\ dir.txt/ sub/"},
+        {WalkFolders, "*.dat", ".", nullptr, false, "~\\ dir.txt/ sub/"},
         {WalkFiles | WalkFolders | WalkRecurse, nullptr, "", nullptr, false,
          "~\\ a.txt bb.dat dir.txt/ dir.txt\\f.dat dir.txt\\g.txt sub/ sub\\c.txt sub\\deep/ sub\\deep\\d.txt"},
         {WalkFiles | WalkRecurse | WalkFullNames, "*.txt", base, "*", false,
@@ -84,16 +96,8 @@ TEST_F(FilesFixture, WalkerRows)
         for (const std::string& name : walked)
             walk += " " + name;
         EXPECT_EQ(walk, expected);
-        EXPECT_FALSE(walker.Next(entry));
+        EXPECT_FALSE(walker.Next(entry) || walker.PendingCount());
         EXPECT_EQ(Bytes(CurrentFolder()), base);
-    }
-    for (long nth = 1; nth <= 60; ++nth) {   // a name cut short for want of memory is never delivered
-        CFileWalker failing(WalkFiles | WalkFolders | WalkRecurse | WalkFullNames, nullptr, base.c_str(), nullptr, false);
-        CWalkEntry fresh;
-        FailAllocation(nth);
-        for (std::string name; failing.Next(fresh) && !(name = Bytes(fresh.name)).empty();)
-            EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
-        FailAllocation(0);
     }
 }
 
@@ -109,7 +113,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     // Each read, and where the window starts afterwards: forward moves start at the byte,
     // backward ones half a window before it; a failed read keeps the window.
     const std::uint64_t reads[][2] = {{1, 0}, {0, 0}, {131071, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
-                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}};
+                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}, {300001, 299999}};
     for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
         const std::uint64_t at = reads[i][0];
         const int expected = at < bytes.size() ? bytes[at] & 0xFF : -1;
@@ -119,7 +123,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     CTextString out(0);
     std::uint16_t word = 0;
     std::uint32_t value = 0, low = 0, high = 1;
-    EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 5) && Bytes(out) == bytes.substr(131070, 5));
+    EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 140000) && Bytes(out) == bytes.substr(131070, 140000));
     EXPECT_FALSE(file.Read(out, std::uint32_t{299998}, 5));
     EXPECT_EQ(Bytes(out), bytes.substr(299998));
     EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{131071}) && file.ReadBigEndian32(&value, std::uint64_t{196605}));
@@ -140,6 +144,7 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_TRUE(file.Read(out, std::uint32_t{5}, 3) && Bytes(out) == bytes.substr(5, 3));
     EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
 
+    EXPECT_TRUE(file.LoadWhole(Full("w.bin").c_str(), out) && Bytes(out) == bytes && file.ReadByte(std::uint32_t{0}) < 0);
     EXPECT_TRUE(file.LoadWhole(Full("empty").c_str(), out) && out.IsEmpty());
     EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
     EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
