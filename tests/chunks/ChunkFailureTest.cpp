@@ -41,10 +41,7 @@ TEST_F(FilesFixture, ChunkWriterFailures)
         {"copy", 0, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
     };
     for (const auto& row : rows) {
-        if (row.closeWrite + row.leafWrite == 0)
-            std::filesystem::create_directory("m.chk");
-        else
-            WriteFile("m.chk", "old");
+        WriteFile(row.closeWrite + row.leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
         CChunkFile file;
         ASSERT_TRUE(file.BeginFile(Full("m.chk").c_str()) && file.OpenGroup(1) && file.OpenGroup(2) && file.OpenGroup(3));
         g_failingWrite = row.leafWrite;
