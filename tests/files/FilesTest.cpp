@@ -4,6 +4,7 @@
 
 #include "files/FileWalker.h"
 #include "files/WindowedFile.h"
+#include "tests/chunks/ChunkBytes.h"
 #include "tests/files/FilesFixture.h"
 #include "text/Allocation.h"
 
@@ -37,8 +38,7 @@ TEST_F(FilesFixture, PathHelpers)
     EXPECT_EQ(ReadFile("w") + "|" + ReadFile("e"), std::string("a\0b|", 4));
     EXPECT_FALSE(WriteWholeFile(Full("none\\w").c_str(), Make("a")));
     CTextString text("abc");
-    EXPECT_EQ(text.WriteToHandle(InvalidFileHandle) + text.ReadFromHandle(InvalidFileHandle, 5), -2);
-    EXPECT_EQ(Bytes(text), "");
+    EXPECT_TRUE(text.WriteToHandle(InvalidFileHandle) + text.ReadFromHandle(InvalidFileHandle, 5) == -2 && text.IsEmpty());
 }
 
 TEST_F(FilesFixture, WalkerRows)
@@ -57,6 +57,9 @@ TEST_F(FilesFixture, WalkerRows)
             EXPECT_TRUE(name.rfind(full, 0) == 0 && name.back() != '\\' && PathExists(name.c_str())) << name;
         }
         FailAllocation(0);
+        if (nth > 70)   // given up by hand as well: nothing stays pending, and the walk is over
+            failing.Reset();
+        EXPECT_FALSE(nth > 70 && (failing.PendingCount() || failing.Next(fresh)));
     }
     // What each walk gives, sorted: the root, then each entry, "/" for a folder, ":" and the
     // size when its facts were had, "~" for this folder in full names.
@@ -75,7 +78,7 @@ TEST_F(FilesFixture, WalkerRows)
         {WalkRecurse | WalkFullNames, nullptr, base, nullptr, false, ""},
         {WalkFiles, nullptr, ".\\sub", nullptr, false, "~\\sub\\ c.txt"},
         {WalkFiles, nullptr, ".missing", nullptr, false, ".missing\\"},
-        {WalkFiles, nullptr, full + "none", nullptr, false, "~\\none\\"},
+        {WalkFiles, nullptr, "n", nullptr, false, "n\\"},
     };
     for (const auto& [flags, files, start, folders, anyBelow, expected] : rows) {
         CFileWalker walker(flags, files, start.c_str(), folders, anyBelow);
@@ -124,17 +127,13 @@ TEST_F(FilesFixture, WindowedFileReads)
     std::uint16_t word = 0;
     std::uint32_t value = 0, low = 0, high = 1;
     EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 140000) && Bytes(out) == bytes.substr(131070, 140000));
-    EXPECT_FALSE(file.Read(out, std::uint32_t{299998}, 5));
-    EXPECT_EQ(Bytes(out), bytes.substr(299998));
+    EXPECT_TRUE(!file.Read(out, std::uint32_t{299998}, 5) && Bytes(out) == bytes.substr(299998));
     EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{131071}) && file.ReadBigEndian32(&value, std::uint64_t{196605}));
-    EXPECT_EQ(word, (bytes[131071] & 0xFF) << 8 | (bytes[131072] & 0xFF));
-    EXPECT_EQ(value, static_cast<std::uint32_t>((bytes[196605] & 0xFF) << 24 | (bytes[196606] & 0xFF) << 16 |
-                                                (bytes[196607] & 0xFF) << 8 | (bytes[196608] & 0xFF)));
+    EXPECT_EQ(Be16(word) + Be32(value), bytes.substr(131071, 2) + bytes.substr(196605, 4));
     EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian32(&value, std::uint64_t{299997}));
     EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
     const std::uint64_t window = file.WindowStart();
-    EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes);
-    EXPECT_EQ(file.WindowStart(), window);
+    EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes && file.WindowStart() == window);
     EXPECT_TRUE(file.Close() && file.Close());
     EXPECT_EQ(file.ReadByte(std::uint64_t{0}) + file.ReadByte(std::uint32_t{0}), -2);
     EXPECT_FALSE(file.ReadAll(out));
@@ -151,6 +150,5 @@ TEST_F(FilesFixture, WindowedFileReads)
     FailAllocation(1);   // the window
     EXPECT_FALSE(file.Open(false));
     FailAllocation(0);
-    CWindowedFile unnamed(nullptr);
-    EXPECT_FALSE(unnamed.Open(false));
+    EXPECT_FALSE(CWindowedFile(nullptr).Open(false));
 }
