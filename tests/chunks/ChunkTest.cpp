@@ -149,10 +149,11 @@ TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
         WriteFile("x.idprof", bytes);
         EXPECT_EQ(Bytes(profile.ReadProfileName(Make(Full("x.idprof")))) + (profile.IsOpen() ? " (left open)" : ""), name);
     }
-    OverrideProgramPath(Full("Linkwright.exe").c_str());
+    OverrideProgramPath("Linkwright.exe");   // no folder, so no Profiles folder is searched
     CChain<CTextString> list;
     ASSERT_TRUE(InsertEntry(list, CTextString("stale")));
     EXPECT_TRUE(profile.ListProfiles(list) && list.IsEmpty());
+    OverrideProgramPath(Full("Linkwright.exe").c_str());
     for (const char* name : {"a.idprof", "B.IDPROF", "c.idprof", "junk.idprof", "d.idprof.tmp", "e.txt", "sub/f.idprof"})
         WriteFile(std::string("Profiles/") + name, name[0] == 'j' ? "junk" : Profile(name[0] == 'c' ? "Yoke" : "Wheel"));
     EXPECT_TRUE(profile.ListProfiles(list));

@@ -31,7 +31,7 @@ TEST_F(FilesFixture, PathHelpers)
     EXPECT_TRUE(GetFileFacts(Full("f.*").c_str(), &facts) && GetFileSize64(Full("f.txt").c_str(), &size));
     EXPECT_EQ(facts.sizeLow + facts.sizeHigh + (facts.attributes & AttributeDirectory) + size, 10u);
     EXPECT_TRUE(GetFileFacts(Full("d").c_str(), &facts) && (facts.attributes & AttributeDirectory));
-    EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size));
+    EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size) || GetFileFacts(base.c_str(), nullptr));
     EXPECT_EQ(facts.valid, FactsComplete);
 
     EXPECT_TRUE(WriteWholeFile(Full("w").c_str(), Make(std::string("a\0b", 3))) && WriteWholeFile(Full("e").c_str(), Make("")));
