@@ -50,7 +50,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {"self.lnk", {ProgramPath("Linkwright.exe"), "-x", "", "self.ico", 0, ""}},
         {"SELF.lnk", {ProgramPath("LINKWRIGHT.EXE"), "", "", "", 0, ""}},
         {"copy.lnk", {"C:\\Other\\Linkwright.exe", "", "W", "", 0, ""}},
-        {"Long.lnk", {"C:\\Games\\race.exe", std::string(16340, 'a'), "C:\\Games", "", 0, ""}},
+        {"Long.lnk", {"C:\\Games\\race.exe", std::string(16313, 'a'), "C:\\Games", "", 0, ""}},
     };
     for (const auto& [name, file] : links)
         ShellLinkModel::PutFile(Wide(std::string("C:\\L\\") + name), file);
@@ -80,6 +80,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
     auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
     const std::string race = "C:\\Games\\race.exe|C:\\Games|-f <a b>|", save = "SetArguments profile=";
+    const std::string aaa(16313, 'a'), longOne = "C:\\Games\\race.exe|C:\\Games|" + aaa + "|";   // 16,383 bytes with Beta
     const std::tuple<Act, const char*, std::string, Lines> steps[] = {
         {drop("Race.lnk"), Plain, race + "||Race|0", {"Redraw"}},
         {add(-1), Plain, race + "||Race|0", {}},
@@ -113,14 +114,17 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {drop("w1.lnk"), Empty, "|||||w1|1", {Unsupported}},
         {drop("w2.lnk"), Empty, "|||||w2|1", {Unsupported}},
         {drop("w3.lnk"), Empty, "|||||w3|1", {Unsupported}},
-        {drop("Long.lnk"), Plain, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|||Long|1", {}},
-        {add(0), Picking, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|Alpha|Alpha|Long|1", {}},
-        {press(IDOK), Picking, "C:\\Games\\race.exe|C:\\Games|" + std::string(16340, 'a') + "|Alpha|Alpha|Long|1", {TooLong}},
-        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x73", "Redraw"}},
-        {fail, Enhanced, race + "Beta|Beta|Race|1", {}},
-        {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|1", {"SetArguments -f \"a b\"", WriteFailed}},
-        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
-        {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1",
+        {drop("Long.lnk"), Plain, longOne + "||Long|1", {}},
+        {add(0), Picking, longOne + "Alpha|Alpha|Long|1", {}},
+        {press(IDOK), Picking, longOne + "Alpha|Alpha|Long|1", {TooLong}},
+        {remove({0}), "combo+ add+ list+ remove+ save- restore- label-", longOne + "||Long|1", {"ListDeleteItem 0"}},
+        {add(1), Picking, longOne + "Beta|Beta|Long|1", {}},
+        {press(IDOK), Enhanced, longOne + "Beta|Beta|Long|2", {save + "\"Beta\" target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"" + aaa + "\""}},
+        {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|2", {"DestroyIcon 0x73", "Redraw"}},
+        {fail, Enhanced, race + "Beta|Beta|Race|2", {}},
+        {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|2", {"SetArguments -f \"a b\"", WriteFailed}},
+        {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|2", {}},
+        {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|2",
          {save + "\"Beta\" profile=\"Alpha\"" + Line, WriteFailed}},
     };
     CLinkDlg dialog;
