@@ -23,21 +23,13 @@ struct FoldTable {
     unsigned char map[256];
     FoldTable()
     {
-        for (int i = 0; i < 256; ++i)
-            map[i] = static_cast<unsigned char>(i >= 0x61 && i <= 0x7A ? i - 0x20 : i);
+        for (unsigned char& folded : map) {
+            const int byte = static_cast<int>(&folded - map);
+            folded = static_cast<unsigned char>(byte >= 0x61 && byte <= 0x7A ? byte - 0x20 : byte);
+        }
     }
 };
 const FoldTable g_fold;
-
-struct LetterTable {
-    unsigned char isLetter[256];
-    LetterTable()
-    {
-        for (int i = 0; i < 256; ++i)
-            isLetter[i] = (i >= 0x41 && i <= 0x5A) || (i >= 0x61 && i <= 0x7A);
-    }
-};
-const LetterTable g_letters;
 
 char* AllocateText(int size)
 {
@@ -463,9 +455,10 @@ void Trim(CTextString& text, unsigned char low, unsigned char high)
     TrimRight(text, low, high);
 }
 
+// The letters are the bytes that fold to an upper-case one.
 bool IsLetter(unsigned char ch)
 {
-    return g_letters.isLetter[ch] != 0;
+    return g_fold.map[ch] >= 0x41 && g_fold.map[ch] <= 0x5A;
 }
 
 bool AssignWhole(CTextString& to, const CTextString& from)
