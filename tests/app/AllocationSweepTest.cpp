@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <map>
 
-#include "chunks/EventProfile.h"
 #include "platform/model/ShellLinkModel.h"
 #include "text/Allocation.h"
 
@@ -130,27 +129,6 @@ protected:
     const LinkFile plain{"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
     std::vector<std::string> links;
 };
-
-TEST_F(AllocationSweep, TheCatalogueNeverTakesOutOfMemoryForDamage)
-{
-    const std::string healthy = ProfileBytes("Healthy"), stale = ProfileBytes("Stale");
-    RemoveProgramFile("Profiles");
-    for (int i = 2; i < 20; ++i)
-        WriteProgramFile("Profiles/p" + std::to_string(i) + ".idprof", healthy);
-    // Only the files a scan may change are written afresh for each run.
-    const Scenario catalogue{[&] {
-                                 WriteProgramFile("Profiles/p0.idprof", "XFF broken");
-                                 WriteProgramFile("Profiles/p0.idprof.tmp", healthy);   // the damaged one's twin
-                                 WriteProgramFile("Profiles/p1.idprof", healthy);
-                                 WriteProgramFile("Profiles/p1.idprof.tmp", stale);     // a healthy one's
-                             },
-                             [](const std::function<void()>& step) {
-                                 CChain<CTextString> names;
-                                 CEventProfile().ListProfiles(names);
-                                 step();
-                             }};
-    Sweep("catalogue", catalogue);
-}
 
 TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
 {
