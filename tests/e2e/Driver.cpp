@@ -1,5 +1,7 @@
 #include "tests/e2e/Driver.h"
 
+#include "app/Resource.h"
+
 #include <commctrl.h>
 #include <ole2.h>
 #include <shlobj.h>
@@ -55,41 +57,19 @@ bool ClickAt(HWND target, POINT at, bool inDialog = true)
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-// The files and the hand of a drag: a data object with one CF_HDROP block, and a drop source
-// that carries the pointer to the drop point in 8 rounds of the drag loop and lets the button
-// go 4 rounds later; the loop drops once it sees the button up. It lives on the drag
-// thread's stack, so nobody counts its references.
-class CHand : public IDataObject, public IDropSource {
+// The hand of a drag: it carries the pointer to the drop point in 8 rounds of the drag loop
+// and lets the button go 4 rounds later; the loop drops once it sees the button up. It lives
+// on the drag thread's stack, so nobody counts its references.
+class CHand : public IDropSource {
 public:
-    CHand(std::string block, POINT from, POINT to) : m_block(std::move(block)), m_from(from), m_to(to) {}
+    CHand(POINT from, POINT to) : m_from(from), m_to(to) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
     {
-        *object = IsEqualIID(iid, IID_IDropSource) ? static_cast<void*>(static_cast<IDropSource*>(this))
-                  : IsEqualIID(iid, IID_IDataObject) || IsEqualIID(iid, IID_IUnknown)
-                      ? static_cast<void*>(static_cast<IDataObject*>(this)) : nullptr;
+        *object = IsEqualIID(iid, IID_IDropSource) || IsEqualIID(iid, IID_IUnknown) ? this : nullptr;
         return *object ? S_OK : E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override
-    {
-        const HGLOBAL block = QueryGetData(format) == S_OK ? GlobalAlloc(GMEM_MOVEABLE, m_block.size()) : nullptr;
-        if (!block)
-            return DV_E_FORMATETC;
-        std::copy(m_block.begin(), m_block.end(), static_cast<char*>(GlobalLock(block)));
-        GlobalUnlock(block);
-        *medium = STGMEDIUM{TYMED_HGLOBAL, {}, nullptr};
-        medium->hGlobal = block;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* f) override { return f->cfFormat == CF_HDROP ? S_OK : DV_E_FORMATETC; }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override { out->ptd = nullptr; return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD, IEnumFORMATETC**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override
     {
@@ -102,7 +82,6 @@ public:
     }
 
 private:
-    std::string m_block;
     POINT m_from, m_to;
     int m_rounds = 0;
 };
@@ -139,22 +118,18 @@ std::string Utf8(const wchar_t* text)
     return narrow;
 }
 
-// Runs work on a new shell link object through its wide interface, with COM for the while.
+// Runs work on a new shell link object through its wide interface. COM, once started on the
+// thread, stays for the process: the checks' thread comes back to it again and again.
 bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& work)
 {
-    const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     IShellLinkW* link = nullptr;
     IPersistFile* file = nullptr;
-    const bool done = SUCCEEDED(com)
-                      && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
-                                                    reinterpret_cast<void**>(&link)))
-                      && SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file)))
-                      && work(link, file);
+    const bool done = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))
+                      && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&link)))
+                      && SUCCEEDED(link->QueryInterface(IID_PPV_ARGS(&file))) && work(link, file);
     for (IUnknown* object : {static_cast<IUnknown*>(file), static_cast<IUnknown*>(link)})
         if (object)
             object->Release();
-    if (SUCCEEDED(com))
-        CoUninitialize();
     return done;
 }
 
@@ -323,37 +298,64 @@ bool ClickRow(HWND list, int row)
     return IsWindowEnabled(list) && ClickAt(list, point);
 }
 
-void CDrag::Start(HWND window, const std::vector<std::string>& names)
+std::shared_future<DWORD> Drag(HWND window, const Names& names)
 {
-    // A DROPFILES record of UTF-16 names, each terminated, then one more terminator.
-    DROPFILES header{sizeof(header), {}, FALSE, TRUE};
-    std::string block(reinterpret_cast<const char*>(&header), sizeof(header));
-    for (const std::string& name : names)
-        for (char c : name + '\0')
-            block += std::string{c, '\0'};
-    block += std::string(2, '\0');
-    std::packaged_task<DWORD()> drag([window, block] {
+    std::packaged_task<DWORD()> drag([window, names] {
         DWORD effect = DROPEFFECT_NONE;
         OleInitialize(nullptr);
-        if (const HWND files = PressOnFiles()) {
-            CHand hand(block, Centre(files), Centre(window));
-            DoDragDrop(&hand, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
-            DestroyWindow(files);
+        // The data object of the files' folder in the shell, as a drag from a folder window
+        // carries it.
+        std::vector<PIDLIST_ABSOLUTE> items;
+        std::vector<LPCITEMIDLIST> children;
+        for (const std::string& name : names)
+            if (const PIDLIST_ABSOLUTE item = ILCreateFromPathW(Wide(name).c_str())) {
+                items.push_back(item);
+                children.push_back(ILFindLastID(item));
+            }
+        IShellFolder* folder = nullptr;
+        IDataObject* data = nullptr;
+        if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0], IID_PPV_ARGS(&folder), nullptr))
+            && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr,
+                                               reinterpret_cast<void**>(&data)))) {
+            if (const HWND files = PressOnFiles()) {
+                CHand hand(Centre(files), Centre(window));
+                DoDragDrop(data, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
+                DestroyWindow(files);
+            }
+            data->Release();
         }
+        if (folder)
+            folder->Release();
+        for (PIDLIST_ABSOLUTE item : items)
+            ILFree(item);
         if (GetAsyncKeyState(VK_LBUTTON) & 0x8000)   // a drag that failed leaves no button down
             static_cast<void>(SendPointer(Centre(window), MOUSEEVENTF_LEFTUP));
         OleUninitialize();
         return effect;
     });
-    m_effect = drag.get_future().share();
+    std::shared_future<DWORD> effect = drag.get_future().share();
     std::thread(std::move(drag)).detach();
+    return effect;
 }
 
-bool CDrag::Finish(DWORD ms, DWORD* effect)
+int Session::Rows() const { return static_cast<int>(Ask(Control(IDC_SELECTED_LIST), LVM_GETITEMCOUNT, 0, 0)); }
+
+bool Session::Drop(const Names& names, const std::function<bool()>& taken)
 {
-    const bool ended = m_effect.wait_for(std::chrono::milliseconds(ms)) == std::future_status::ready;
-    *effect = ended ? m_effect.get() : DWORD(DROPEFFECT_NONE);
-    return ended;
+    const std::shared_future<DWORD> drag = Drag(dialog, names);
+    if (!Ended(drag))
+        return false;
+    effect = drag.get();
+    return WaitUntil(taken) && WaitIdle(dialog);
+}
+
+bool Session::Click(int id, const std::function<bool()>& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
+bool Session::Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
+
+bool Session::Add(const std::string& profile)
+{
+    const int rows = Rows() + 1;
+    return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&] { return Rows() == rows; });
 }
 
 bool WriteShortcut(const std::string& path, const Shortcut& facts)

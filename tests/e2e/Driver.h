@@ -13,6 +13,7 @@
 
 namespace e2e {
 
+using Names = std::vector<std::string>;
 extern const char kDialogTitle[];
 
 // A program started by a check, ended when the object goes if it still runs.
@@ -56,15 +57,28 @@ std::vector<std::string> ComboEntries(HWND combo);
 [[nodiscard]] bool ClickRow(HWND list, int row);
 
 // A drag of files of one folder onto a window's centre, on a thread of its own so that the
-// check can answer a box that the drop shows.
-class CDrag {
-public:
-    void Start(HWND window, const std::vector<std::string>& names);
-    // True when the drag ended within ms; effect: what the target answered.
-    [[nodiscard]] bool Finish(DWORD ms, DWORD* effect);
+// check can answer a box that the drop shows. It comes to what the target answered; shared
+// with the drag's thread, which may outlive a check.
+std::shared_future<DWORD> Drag(HWND window, const Names& names);
+[[nodiscard]] inline bool Ended(const std::shared_future<DWORD>& drag)
+{
+    return drag.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
+}
 
-private:
-    std::shared_future<DWORD> m_effect;   // shared with the drag's thread, which may outlive a check
+// Linkwright's dialog worked a step at a time: each step waits for what it brings about and
+// for the end of its handler, and says whether all of that came about.
+struct Session {
+    HWND Control(int id) const { return GetDlgItem(dialog, id); }
+    bool Enabled(int id) const { return IsWindowEnabled(Control(id)) != 0; }
+    int Rows() const;
+    // The drop's analysis runs after the drop, from a posted message: taken says it is done.
+    [[nodiscard]] bool Drop(const Names& names, const std::function<bool()>& taken);
+    [[nodiscard]] bool Click(int id, const std::function<bool()>& done);
+    [[nodiscard]] bool Add(const std::string& profile);
+    [[nodiscard]] bool Save();
+
+    HWND dialog = nullptr;
+    DWORD effect = 0;   // the last drop's DROPEFFECT_...
 };
 
 // A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.

@@ -17,8 +17,6 @@
 namespace e2e {
 namespace {
 
-using Names = std::vector<std::string>;
-
 // The dialog's controls in each state: "+" enabled (the label: shown), "-" not.
 const char kEmpty[] = "combo- add- list- remove- save- restore- label- help+ close+";
 const char kPlain[] = "combo+ add+ list- remove- save- restore- label- help+ close+";
@@ -49,7 +47,7 @@ std::string ListBytes(const Names& paths)
 
 // A fresh installation in a folder of its own: Linkwright.exe beside the stand-in Zelmar.exe,
 // the profiles, a game and a plain shortcut to it. The steps wait for what they bring about.
-class ProgramTest : public testing::Test {
+class ProgramTest : public testing::Test, public Session {
 protected:
     void SetUp() override
     {
@@ -93,9 +91,6 @@ protected:
     }
 
     std::string Path(const std::string& relative) const { return folder + "\\" + relative; }
-    HWND Control(int id) const { return GetDlgItem(dialog, id); }
-    bool Enabled(int id) const { return IsWindowEnabled(Control(id)); }
-    int Rows() const { return static_cast<int>(Ask(Control(IDC_SELECTED_LIST), LVM_GETITEMCOUNT, 0, 0)); }
     std::string Name() const { return Text(Control(IDC_SHORTCUT_NAME)); }
 
     std::string Controls() const
@@ -123,24 +118,6 @@ protected:
         EXPECT_TRUE(Picture(window, HostPath(LW_ARTIFACT_DIR "/" + name + ".ppm"))) << name;
     }
 
-    // The drop's analysis runs after the drop, from a posted message: taken says it is done.
-    bool Drop(const Names& names, const std::function<bool()>& taken)
-    {
-        CDrag drag;
-        drag.Start(dialog, names);
-        return drag.Finish(20000, &effect) && WaitUntil(taken) && WaitIdle(dialog);
-    }
-
-    // Presses a button and waits for what it brings about and for the end of its handler.
-    bool Click(int id, const std::function<bool()>& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
-    bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
-
-    bool Add(const std::string& profile)
-    {
-        const int rows = Rows() + 1;
-        return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&] { return Rows() == rows; });
-    }
-
     // Selects a row, as the list shows them, with a click and presses Remove.
     bool Remove(int row)
     {
@@ -163,8 +140,6 @@ protected:
     std::string folder, link;
     Shortcut game;
     CRun run;
-    HWND dialog = nullptr;
-    DWORD effect = DROPEFFECT_COPY;   // the last drop's
 };
 
 // Pictures of every state and of help are taken on the way.
@@ -272,15 +247,14 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         EXPECT_TRUE(run.WaitForEnd(0)) << "the program did not end after the message";
     } else {
         Start();
-        CDrag drag;
-        drag.Start(dialog, {link});
+        const std::shared_future<DWORD> drag = Drag(dialog, {link});
         if (row.when == When::Save) {
-            ASSERT_TRUE(drag.Finish(20000, &effect) && WaitUntil([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke"));
+            ASSERT_TRUE(Ended(drag) && WaitUntil([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke"));
             ASSERT_TRUE(row.missing != kShortcut || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)));
             ASSERT_TRUE(Press(dialog, IDOK));
         }
         box = Answer(row.caption);
-        EXPECT_TRUE(drag.Finish(20000, &effect));
+        EXPECT_TRUE(Ended(drag));
         ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }) && WaitIdle(dialog));
         EXPECT_EQ(Name() + Controls(), row.shownName + std::string(row.when == When::Save ? kPicking : kEmpty));
     }

@@ -22,29 +22,24 @@ using namespace e2e;
 // The road; answers the first step that did not come about, or null.
 const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
 {
-    HWND dialog = nullptr;
-    const auto enabled = [&](int id) { return IsWindowEnabled(GetDlgItem(dialog, id)) != 0; };
-    CDrag drag;
-    DWORD effect = 0;
-    if (!WaitUntil([&] { return IsWindowVisible(dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
+    Session lw;
+    if (!WaitUntil([&] { return IsWindowVisible(lw.dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
         return "the dialog did not show";
     Sleep(1500);   // let it finish painting
     if (!Picture(GetDesktopWindow(), picture))
         return "the picture could not be taken";
     report += "Before:\r\n" + ReadShortcut(link);
-    drag.Start(dialog, {link});
-    if (!drag.Finish(20000, &effect) || !WaitUntil([&] { return enabled(IDC_ADD); }))
+    if (!lw.Drop({link}, [&] { return lw.Enabled(IDC_ADD); }))
         return "the dropped shortcut was not taken";
-    if (!PickEntry(GetDlgItem(dialog, IDC_PROFILE_COMBO), profile) || !Press(dialog, IDC_ADD)
-        || !WaitUntil([&] { return enabled(IDOK); }))
+    if (!lw.Add(profile))
         return "the profile could not be added";
-    if (!Press(dialog, IDOK) || !WaitUntil([&] { return enabled(IDC_RESTORE); }) || !WaitIdle(dialog))
+    if (!lw.Save())
         return "Save did not finish";
     report += "After Save:\r\n" + ReadShortcut(link);
-    if (!Press(dialog, IDC_RESTORE) || !WaitUntil([&] { return !enabled(IDC_RESTORE); }) || !WaitIdle(dialog))
+    if (!lw.Click(IDC_RESTORE, [&] { return !lw.Enabled(IDC_RESTORE); }))
         return "Restore did not finish";
     report += "After Restore:\r\n" + ReadShortcut(link);
-    return Press(dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(dialog); }) ? nullptr : "Linkwright did not close";
+    return Press(lw.dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(lw.dialog); }) ? nullptr : "Linkwright did not close";
 }
 
 }  // namespace
