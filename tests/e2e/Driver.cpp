@@ -35,31 +35,11 @@ bool SendPointer(POINT at, DWORD buttonEvent = 0)
     return SendInput(1, &input, sizeof(input)) == 1;
 }
 
-// A click goes to the window holding the capture (an open drop-down list) or else to what
-// lies under the pointer. A tool tip left by the pointer's earlier place goes once it rests.
-bool ClickAt(HWND target, POINT at, bool inDialog = true)
-{
-    const HWND dialog = GetAncestor(target, GA_ROOT);
-    if (inDialog && GetForegroundWindow() != dialog)   // activating it anew would close a drop-down list
-        SetForegroundWindow(dialog);
-    GUITHREADINFO thread{sizeof(thread)};
-    const auto reachable = [&] {
-        const HWND shown = WindowFromPoint(at);
-        GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread);
-        return (!thread.hwndCapture || thread.hwndCapture == target) && (shown == target || IsChild(target, shown));
-    };
-    if (!RestPointer(target, at) || !WaitUntil(reachable, 3000)) {
-        std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
-        return false;
-    }
-    return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
-}
-
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 // The hand of a drag: it carries the pointer to the drop point in 8 rounds of the drag loop
-// and lets the button go 4 rounds later; the loop drops once it sees the button up. It lives
-// on the drag thread's stack, so nobody counts its references.
+// and drops 4 rounds later. It lives on the drag thread's stack, so nobody counts its
+// references.
 class CHand : public IDropSource {
 public:
     CHand(POINT from, POINT to) : m_from(from), m_to(to) {}
@@ -71,14 +51,11 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
-    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override
+    HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
     {
-        if (escape || !(keys & MK_LBUTTON))
-            return escape ? DRAGDROP_S_CANCEL : DRAGDROP_S_DROP;
         const int step = std::min(++m_rounds, 8);
         const POINT at{m_from.x + (m_to.x - m_from.x) * step / 8, m_from.y + (m_to.y - m_from.y) * step / 8};
-        const bool sent = m_rounds > 12 || SendPointer(at, m_rounds == 12 ? MOUSEEVENTF_LEFTUP : 0);
-        return sent ? S_OK : DRAGDROP_S_CANCEL;
+        return m_rounds > 12 ? DRAGDROP_S_DROP : SendPointer(at) ? S_OK : DRAGDROP_S_CANCEL;
     }
 
 private:
@@ -86,21 +63,6 @@ private:
     int m_rounds = 0;
 };
 #pragma GCC diagnostic pop
-
-// Where the files lie: a small window in the screen's bottom right corner, clear of the
-// centred dialog. The button goes down there; the window is handed back once it has the press.
-HWND PressOnFiles()
-{
-    const HWND files = CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, "#32770", "Files",
-                                       WS_POPUP | WS_BORDER | WS_VISIBLE, GetSystemMetrics(SM_CXSCREEN) - 56,
-                                       GetSystemMetrics(SM_CYSCREEN) - 56, 48, 48, nullptr, nullptr, nullptr, nullptr);
-    MSG message{};
-    if (SendPointer(Centre(files)) && SendPointer(Centre(files), MOUSEEVENTF_LEFTDOWN)
-        && WaitUntil([&] { return PeekMessageA(&message, files, WM_LBUTTONDOWN, WM_LBUTTONDOWN, PM_REMOVE); }, 5000))
-        return files;
-    DestroyWindow(files);
-    return nullptr;
-}
 
 // Texts between the check's UTF-8 and the system's UTF-16.
 std::wstring Wide(const std::string& text)
@@ -246,6 +208,26 @@ bool RestPointer(HWND target, POINT at)
     return false;
 }
 
+// A click goes to the window holding the capture (an open drop-down list) or else to what
+// lies under the pointer. A tool tip left by the pointer's earlier place goes once it rests.
+bool ClickAt(HWND target, POINT at, bool inDialog)
+{
+    const HWND dialog = GetAncestor(target, GA_ROOT);
+    if (inDialog && GetForegroundWindow() != dialog)   // activating it anew would close a drop-down list
+        SetForegroundWindow(dialog);
+    GUITHREADINFO thread{sizeof(thread)};
+    const auto reachable = [&] {
+        const HWND shown = WindowFromPoint(at);
+        GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread);
+        return (!thread.hwndCapture || thread.hwndCapture == target) && (shown == target || IsChild(target, shown));
+    };
+    if (!RestPointer(target, at) || !WaitUntil(reachable, 3000)) {
+        std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
+        return false;
+    }
+    return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
+}
+
 bool Press(HWND dialog, int id)
 {
     const HWND button = GetDlgItem(dialog, id);
@@ -287,17 +269,6 @@ bool PickEntry(HWND combo, const std::string& text)
            });
 }
 
-bool ClickRow(HWND list, int row)
-{
-    // Rows of one height from the top of the list, which has no header: the height is what one
-    // more row adds to the size the list would need. Near the row's left end, on its text.
-    const auto need = [&](int rows) { return HIWORD(Ask(list, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1))); };
-    const LONG height = need(2) - need(1);
-    POINT point{20, static_cast<LONG>((row - Ask(list, LVM_GETTOPINDEX, 0, 0)) * height + height / 2)};
-    ClientToScreen(list, &point);
-    return IsWindowEnabled(list) && ClickAt(list, point);
-}
-
 std::shared_future<DWORD> Drag(HWND window, const Names& names)
 {
     std::packaged_task<DWORD()> drag([window, names] {
@@ -317,19 +288,15 @@ std::shared_future<DWORD> Drag(HWND window, const Names& names)
         if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0], IID_PPV_ARGS(&folder), nullptr))
             && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr,
                                                reinterpret_cast<void**>(&data)))) {
-            if (const HWND files = PressOnFiles()) {
-                CHand hand(Centre(files), Centre(window));
-                DoDragDrop(data, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
-                DestroyWindow(files);
-            }
+            // From the screen's bottom right corner, clear of the centred dialog.
+            CHand hand({GetSystemMetrics(SM_CXSCREEN) - 30, GetSystemMetrics(SM_CYSCREEN) - 30}, Centre(window));
+            DoDragDrop(data, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
             data->Release();
         }
         if (folder)
             folder->Release();
         for (PIDLIST_ABSOLUTE item : items)
             ILFree(item);
-        if (GetAsyncKeyState(VK_LBUTTON) & 0x8000)   // a drag that failed leaves no button down
-            static_cast<void>(SendPointer(Centre(window), MOUSEEVENTF_LEFTUP));
         OleUninitialize();
         return effect;
     });
@@ -407,12 +374,6 @@ bool WriteBytes(const std::string& path, const std::string& bytes)
 {
     std::ofstream out(path, std::ios::binary);
     return out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush().good();
-}
-
-std::string HostPath(std::string posixPath)
-{
-    std::replace(posixPath.begin(), posixPath.end(), '/', '\\');
-    return "Z:" + posixPath;
 }
 
 }  // namespace e2e

@@ -53,8 +53,9 @@ std::string ReadBox(HWND box);
 std::vector<std::string> ComboEntries(HWND combo);
 // Opens a combo box's list with its arrow and clicks the entry; true once it is current.
 [[nodiscard]] bool PickEntry(HWND combo, const std::string& text);
-// A click on a row of a list view, which makes it the selection.
-[[nodiscard]] bool ClickRow(HWND list, int row);
+// A click at a point of a window, or of its child there; false if a person could not click there
+// (something covers it or holds the capture). inDialog: the window's dialog is brought forward.
+[[nodiscard]] bool ClickAt(HWND target, POINT screen, bool inDialog = true);
 
 // A drag of files of one folder onto a window's centre, on a thread of its own so that the
 // check can answer a box that the drop shows. It comes to what the target answered; shared
@@ -94,7 +95,5 @@ std::string Describe(const Shortcut& facts);
 
 std::string ReadBytes(const std::string& path);   // "<missing>" when it cannot be read
 [[nodiscard]] bool WriteBytes(const std::string& path, const std::string& bytes);
-// The Windows path of a host path under Wine.
-std::string HostPath(std::string posixPath);
 
 }  // namespace e2e

@@ -37,11 +37,9 @@ std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 std::string ListBytes(const Names& paths)
 {
     std::string bytes;
-    for (const std::string& path : paths) {
-        for (char c : path)
-            bytes += std::string{c, '\0'};
-        bytes += '\0';
-    }
+    for (const std::string& path : paths)
+        for (char c : path + '\0')
+            bytes += c ? std::string{c, '\0'} : std::string(1, '\0');
     return bytes;
 }
 
@@ -59,13 +57,13 @@ protected:
         ASSERT_TRUE(RemoveFolder());   // left by an earlier run: process ids repeat under Wine
         for (const char* sub : {"", "\\Profiles", "\\Games", "\\Links"})
             ASSERT_TRUE(CreateDirectoryA((folder + sub).c_str(), nullptr)) << folder << sub;
-        ASSERT_TRUE(CopyFileA(HostPath(LW_LINKWRIGHT_EXE).c_str(), Path("Linkwright.exe").c_str(), FALSE));
+        ASSERT_TRUE(CopyFileA(LW_LINKWRIGHT_EXE, Path("Linkwright.exe").c_str(), FALSE));
         for (const char* copy : {"Zelmar.exe", "Games\\Racer.exe"})
-            ASSERT_TRUE(CopyFileA(HostPath(LW_ZELMAR_EXE).c_str(), Path(copy).c_str(), FALSE));
+            ASSERT_TRUE(CopyFileA(LW_ZELMAR_EXE, Path(copy).c_str(), FALSE));
         for (const auto& profile : kProfiles) {
             CRun tool;
             const std::string file = Path("Profiles\\") + profile[0];
-            ASSERT_TRUE(tool.Start(HostPath(LW_MAKE_PROFILE_EXE), Quoted(file) + " " + Quoted(profile[1]), "")
+            ASSERT_TRUE(tool.Start(LW_MAKE_PROFILE_EXE, Quoted(file) + " " + Quoted(profile[1]), "")
                         && tool.WaitForEnd(60000) && ReadBytes(file) != "<missing>");
         }
         game = Shortcut{Path("Games\\Racer.exe"), "-map \"C:\\My Maps\\one.map\" -fast", Path("Games"),
@@ -115,15 +113,21 @@ protected:
     void Snap(HWND window, const std::string& name, const char* state = nullptr) const
     {
         EXPECT_TRUE(!state || Controls() == state) << Controls() << " in " << name;
-        EXPECT_TRUE(Picture(window, HostPath(LW_ARTIFACT_DIR "/" + name + ".ppm"))) << name;
+        EXPECT_TRUE(Picture(window, LW_ARTIFACT_DIR "/" + name + ".ppm")) << name;
     }
 
-    // Selects a row, as the list shows them, with a click and presses Remove.
+    // Selects a row, as the list shows them, with a click on its text and presses Remove. The
+    // rows have one height from the top of the list, which has no header: what one more row
+    // adds to the size the list would need.
     bool Remove(int row)
     {
         const HWND list = Control(IDC_SELECTED_LIST);
         const int left = Rows() - 1;
-        return ClickRow(list, row) && WaitUntil([&] { return Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1; })
+        const auto need = [&](int rows) { return HIWORD(Ask(list, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1))); };
+        const LONG height = need(2) - need(1);
+        POINT point{20, static_cast<LONG>((row - Ask(list, LVM_GETTOPINDEX, 0, 0)) * height + height / 2)};
+        ClientToScreen(list, &point);
+        return ClickAt(list, point) && WaitUntil([&] { return Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1; })
                && Click(IDC_REMOVE, [&] { return Rows() == left; }) && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 0;
     }
 
@@ -142,22 +146,32 @@ protected:
     CRun run;
 };
 
-// Pictures of every state and of help are taken on the way.
+// Pictures of every state and of help are taken on the way. A tip shows for the control under
+// a resting pointer, disabled or not, and a combo box's edit part counts as the combo box; the
+// texts are the program's own strings.
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
     ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text"));
+    const HMODULE program = LoadLibraryExA(LW_LINKWRIGHT_EXE, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const auto tip = [&](int id) {
+        char text[1024] = {};
+        LoadStringA(program, id, text, sizeof(text));
+        RECT rect{};
+        GetWindowRect(Control(id), &rect);
+        return RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2})
+               && run.WaitForWindow(text, 5000, "tooltips_class32") != nullptr;
+    };
     Start();
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
-    EXPECT_EQ(entries.size(), 4u);
-    EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end(), [](const std::string& a, const std::string& b) {
-        return lstrcmpiA(a.c_str(), b.c_str()) < 0;
-    }));
+    const auto byName = [](const std::string& a, const std::string& b) { return lstrcmpiA(a.c_str(), b.c_str()) < 0; };
+    EXPECT_TRUE(entries.size() == 4 && std::is_sorted(entries.begin(), entries.end(), byName)) << testing::PrintToString(entries);
     EXPECT_EQ(Ask(Control(IDC_PROFILE_COMBO), CB_GETCURSEL, 0, 0), 0);
     Snap(dialog, "state-empty", kEmpty);
     ASSERT_TRUE(Press(dialog, IDC_HELP_BUTTON));
     const HWND help = run.WaitForWindow("Help for Linkwright");
     Snap(help, "help-dialog");
     ASSERT_TRUE(Press(help, IDOK) && WaitUntil([&] { return !IsWindow(help); }));
+    EXPECT_TRUE(tip(IDOK)) << "no tip over the disabled Save";
 
     // Of several names only the first counts: a text file is refused, the shortcut taken.
     ASSERT_TRUE(Drop({Path("Links\\Notes.txt"), link}, [] { return true; }));
@@ -167,6 +181,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     EXPECT_EQ(effect, DWORD(DROPEFFECT_COPY));
     EXPECT_EQ(Name() + Controls(), "Racer" + std::string(kPlain));
     Snap(dialog, "state-plain");
+    EXPECT_TRUE(tip(IDC_PROFILE_COMBO)) << "no tip over the combo box's edit part";
 
     ASSERT_TRUE(Add("Racing Wheel") && Remove(0));
     EXPECT_EQ(Controls(), kPickingNone);
@@ -208,6 +223,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     EXPECT_EQ(Rows(), 0);
     EXPECT_EQ(ReadShortcut(link), Describe(game));
     EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), "0 Shortcuts" + std::string(kListNotice));
+    FreeLibrary(program);
 }
 
 // Every refusal shows its box and writes nothing. The row's shortcut, listed in ShortcutList,
@@ -223,7 +239,6 @@ struct Refusal {
     Shortcut shortcut;   // paths in the installation; no target: a file that is no shortcut
     const char *caption, *text;
     bool icon;
-    const char* shownName;
 };
 
 class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refusal> {};
@@ -256,7 +271,7 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         box = Answer(row.caption);
         EXPECT_TRUE(Ended(drag));
         ASSERT_TRUE(WaitUntil([&] { return IsWindowEnabled(dialog) != 0; }) && WaitIdle(dialog));
-        EXPECT_EQ(Name() + Controls(), row.shownName + std::string(row.when == When::Save ? kPicking : kEmpty));
+        EXPECT_EQ(Name() + Controls(), (row.shortcut.target.empty() ? "" : "Racer") + std::string(row.when == When::Save ? kPicking : kEmpty));
     }
     EXPECT_EQ(box, row.caption + std::string("|") + row.text + (row.icon ? "|icon|OK" : "|no icon|OK"));
     EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")),
@@ -273,22 +288,22 @@ const Refusal kRefusals[] = {
      "Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended application, and "
      "restart Linkwright", false},
     {"ParentShortcut", When::Drop, kNothing, {"Zelmar.exe"}, "Zelmardeck Shortcut",
-     "This is a shortcut to Zelmardeck itself, and cannot be modified.", false, "Racer"},
+     "This is a shortcut to Zelmardeck itself, and cannot be modified.", false},
     {"ThisProgram", When::Drop, kNothing, {"Linkwright.exe"}, "Linkwright",
-     "This is a shortcut to this program, and cannot be modified.", false, "Racer"},
+     "This is a shortcut to this program, and cannot be modified.", false},
     {"NoShortcut", When::Drop, kNothing, {}, "Load Failure",
      "Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the target "
-     "program was not deleted or moved, and try again.", false, ""},
+     "program was not deleted or moved, and try again.", false},
     {"WriteError", When::Save, kShortcut, {"Games\\Racer.exe", "-fast", "Games"}, "Shortcut Write Error",
      "There was an unknown problem while trying to modify this shortcut. Try again or modify the shortcut by hand.",
-     true, "Racer"},
+     true},
     // Characters outside the code page, and a line too long to be read back.
     {"Characters", When::Drop, kNothing, {"Games\\Racer.exe", "-title " + kWorld + " -x", "Games\\" + kWorld},
      "Unsupported Characters", "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.",
-     false, "Racer"},
+     false},
     {"TooLong", When::Save, kNothing, {"Games\\Racer.exe", "-x " + std::string(16297, 'a'), "Games"},
      "Shortcut Too Long", "The enhanced shortcut would be too long to be restored. Remove a profile or shorten the "
-     "shortcut's arguments.", false, "Racer"},
+     "shortcut's arguments.", false},
 };
 const auto kRowName = [](const testing::TestParamInfo<Refusal>& row) { return std::string(row.param.name); };
 INSTANTIATE_TEST_SUITE_P(Program, RefusalTest, testing::ValuesIn(kRefusals), kRowName);
@@ -340,24 +355,6 @@ TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
         EXPECT_EQ(ReadShortcut(Path(row.file)), Describe(row.after)) << row.file;
     EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")) + ReadBytes(Path("Gone.lnk")),
               "<missing><missing><missing>");
-}
-
-// A tip shows for the control under a resting pointer, disabled or not, and a combo box's
-// edit part counts as the combo box; the texts are the program's own strings.
-TEST_F(ProgramTest, TipsShowOverDisabledControlsAndTheComboEdit)
-{
-    Start();
-    const HMODULE program = LoadLibraryExA(Path("Linkwright.exe").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    for (int id : {IDOK, IDC_PROFILE_COMBO}) {
-        ASSERT_TRUE(id == IDOK || Drop({link}, [&] { return Enabled(IDC_ADD); }));
-        char text[1024] = {};
-        LoadStringA(program, id, text, sizeof(text));
-        RECT rect{};
-        GetWindowRect(Control(id), &rect);
-        ASSERT_TRUE(RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2}));
-        EXPECT_NE(run.WaitForWindow(text, 5000, "tooltips_class32"), nullptr) << "no tip \"" << text << "\" for " << id;
-    }
-    FreeLibrary(program);
 }
 
 }  // namespace
