@@ -5,9 +5,11 @@
 #include <commctrl.h>
 #include <ole2.h>
 #include <shlobj.h>
+#include <wrl/client.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <thread>
 
@@ -64,35 +66,22 @@ private:
 };
 #pragma GCC diagnostic pop
 
-// Texts between the check's UTF-8 and the system's UTF-16.
-std::wstring Wide(const std::string& text)
-{
-    std::wstring wide(text.size() + 1, L'\0');
-    wide.resize(MultiByteToWideChar(CP_UTF8, 0, text.c_str(), -1, &wide[0], static_cast<int>(wide.size())) - 1);
-    return wide;
-}
+using Microsoft::WRL::ComPtr;
 
-std::string Utf8(const wchar_t* text)
-{
-    std::string narrow(wcslen(text) * 3 + 1, '\0');
-    narrow.resize(WideCharToMultiByte(CP_UTF8, 0, text, -1, &narrow[0], static_cast<int>(narrow.size()), nullptr,
-                                      nullptr) - 1);
-    return narrow;
-}
+// Texts between the check's UTF-8 and the system's UTF-16, converted by the path type, which
+// leaves the text as it is.
+std::wstring Wide(const std::string& text) { return std::filesystem::u8path(text).wstring(); }
+std::string Utf8(const wchar_t* text) { return std::filesystem::path(text).u8string(); }
 
 // Runs work on a new shell link object through its wide interface. COM, once started on the
 // thread, stays for the process: the checks' thread comes back to it again and again.
 bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& work)
 {
-    IShellLinkW* link = nullptr;
-    IPersistFile* file = nullptr;
-    const bool done = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))
-                      && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&link)))
-                      && SUCCEEDED(link->QueryInterface(IID_PPV_ARGS(&file))) && work(link, file);
-    for (IUnknown* object : {static_cast<IUnknown*>(file), static_cast<IUnknown*>(link)})
-        if (object)
-            object->Release();
-    return done;
+    ComPtr<IShellLinkW> link;
+    ComPtr<IPersistFile> file;
+    return SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))
+           && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&link)))
+           && SUCCEEDED(link.As(&file)) && work(link.Get(), file.Get());
 }
 
 }  // namespace
@@ -193,19 +182,18 @@ bool Picture(HWND window, const std::string& path)
     return grabbed && WriteBytes(path, ppm);
 }
 
+// Still there at three looks in a row after the move and the program's handling of it; moved
+// again when it is not.
 bool RestPointer(HWND target, POINT at)
 {
-    POINT now{};
-    for (int attempt = 0; attempt < 10; ++attempt) {
-        bool stayed = SendPointer(at) && WaitIdle(GetAncestor(target, GA_ROOT));
-        for (int look = 0; stayed && look < 5; ++look) {
-            Sleep(20);
-            stayed = GetCursorPos(&now) && now.x == at.x && now.y == at.y;
-        }
-        if (stayed)
-            return true;
-    }
-    return false;
+    int looks = -1;
+    return WaitUntil([&] {
+        POINT now{};
+        if (looks >= 0 && GetCursorPos(&now) && now.x == at.x && now.y == at.y)
+            return ++looks == 3;
+        looks = SendPointer(at) && WaitIdle(GetAncestor(target, GA_ROOT)) ? 0 : -1;
+        return false;
+    }, 10000);
 }
 
 // A click goes to the window holding the capture (an open drop-down list) or else to what
@@ -221,11 +209,10 @@ bool ClickAt(HWND target, POINT at, bool inDialog)
         GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread);
         return (!thread.hwndCapture || thread.hwndCapture == target) && (shown == target || IsChild(target, shown));
     };
-    if (!RestPointer(target, at) || !WaitUntil(reachable, 3000)) {
-        std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
-        return false;
-    }
-    return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
+    if (RestPointer(target, at) && WaitUntil(reachable, 3000))
+        return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
+    std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
+    return false;
 }
 
 bool Press(HWND dialog, int id)
@@ -241,8 +228,7 @@ std::vector<std::string> ComboEntries(HWND combo)
     std::vector<std::string> entries;
     for (LRESULT i = 0, count = Ask(combo, CB_GETCOUNT, 0, 0); i < count; ++i) {
         std::wstring text(256, L'\0');
-        SendMessageTimeoutW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(&text[0]), SMTO_ABORTIFHUNG, 5000,
-                            nullptr);
+        SendMessageTimeoutW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(&text[0]), SMTO_ABORTIFHUNG, 5000, nullptr);
         entries.push_back(Utf8(text.c_str()));
     }
     return entries;
@@ -257,8 +243,7 @@ bool PickEntry(HWND combo, const std::string& text)
     const POINT arrow{frame.right - GetSystemMetrics(SM_CXVSCROLL) / 2 - 2, (frame.top + frame.bottom) / 2};
     HWND list = nullptr;
     const auto dropped = [&] { return (list = FindWindowExA(nullptr, nullptr, "ComboLBox", nullptr)) && IsWindowVisible(list); };
-    if (index == static_cast<LRESULT>(entries.size()) || !IsWindowEnabled(combo) || !ClickAt(combo, arrow)
-        || !WaitUntil(dropped))
+    if (index == static_cast<LRESULT>(entries.size()) || !ClickAt(combo, arrow) || !WaitUntil(dropped))
         return false;
     // The dropped list shows whole entries of one height from its top entry on.
     const LRESULT height = Ask(list, LB_GETITEMHEIGHT, 0, 0);
@@ -272,32 +257,26 @@ bool PickEntry(HWND combo, const std::string& text)
 std::shared_future<DWORD> Drag(HWND window, const Names& names)
 {
     std::packaged_task<DWORD()> drag([window, names] {
+        // OLE for the drag's while, to its end after the objects below are given back.
+        const struct Ole { Ole() { OleInitialize(nullptr); } ~Ole() { OleUninitialize(); } } ole;
         DWORD effect = DROPEFFECT_NONE;
-        OleInitialize(nullptr);
         // The data object of the files' folder in the shell, as a drag from a folder window
         // carries it.
         std::vector<PIDLIST_ABSOLUTE> items;
         std::vector<LPCITEMIDLIST> children;
         for (const std::string& name : names)
-            if (const PIDLIST_ABSOLUTE item = ILCreateFromPathW(Wide(name).c_str())) {
-                items.push_back(item);
-                children.push_back(ILFindLastID(item));
-            }
-        IShellFolder* folder = nullptr;
-        IDataObject* data = nullptr;
+            if (const PIDLIST_ABSOLUTE item = ILCreateFromPathW(Wide(name).c_str()))
+                children.push_back(ILFindLastID(items.emplace_back(item)));
+        ComPtr<IShellFolder> folder;
+        ComPtr<IDataObject> data;
         if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0], IID_PPV_ARGS(&folder), nullptr))
-            && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr,
-                                               reinterpret_cast<void**>(&data)))) {
+            && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr, &data))) {
             // From the screen's bottom right corner, clear of the centred dialog.
             CHand hand({GetSystemMetrics(SM_CXSCREEN) - 30, GetSystemMetrics(SM_CYSCREEN) - 30}, Centre(window));
-            DoDragDrop(data, &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
-            data->Release();
+            DoDragDrop(data.Get(), &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
         }
-        if (folder)
-            folder->Release();
         for (PIDLIST_ABSOLUTE item : items)
             ILFree(item);
-        OleUninitialize();
         return effect;
     });
     std::shared_future<DWORD> effect = drag.get_future().share();

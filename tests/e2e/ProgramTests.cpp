@@ -89,6 +89,8 @@ protected:
     }
 
     std::string Path(const std::string& relative) const { return folder + "\\" + relative; }
+    // The shortcut as the shell reads it, then the bytes of both list files.
+    std::string Files() const { return ReadShortcut(link) + ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")); }
     std::string Name() const { return Text(Control(IDC_SHORTCUT_NAME)); }
 
     std::string Controls() const
@@ -146,12 +148,12 @@ protected:
     CRun run;
 };
 
-// Pictures of every state and of help are taken on the way. A tip shows for the control under
-// a resting pointer, disabled or not, and a combo box's edit part counts as the combo box; the
-// texts are the program's own strings.
+// The shortcut starts read-only, and is saved without the bit. Pictures of every state and of
+// help are taken on the way. A tip shows for the control under a resting pointer, disabled or
+// not, and a combo box's edit part counts as the combo box; the texts are the program's own.
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
-    ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text"));
+    ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
     const HMODULE program = LoadLibraryExA(LW_LINKWRIGHT_EXE, nullptr, LOAD_LIBRARY_AS_DATAFILE);
     const auto tip = [&](int id) {
         char text[1024] = {};
@@ -197,9 +199,12 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     const std::string tail = " target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder)
                              + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
     Shortcut enhanced{Path("Zelmar.exe"), "profile=\"Racing Wheel\" profile=\"Flight Yoke\"" + tail, folder, game.icon};
-    EXPECT_EQ(ReadShortcut(link), Describe(enhanced));
-    const std::string listText = "1 Shortcut" + std::string(kListNotice) + "\r\n" + link;
-    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), ListBytes({link}) + listText);
+    const std::string lists = ListBytes({link}) + "1 Shortcut" + kListNotice + "\r\n" + link;
+    EXPECT_EQ(Files(), Describe(enhanced) + lists);
+    // Started through the shell, it gives the parent exactly the line that was saved.
+    ASSERT_GT(INT_PTR(ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL)), 32);
+    ASSERT_TRUE(WaitUntil([&] { return ReadBytes(Path("Zelmar.log")).find("\r\n") != std::string::npos; }));
+    EXPECT_NE(ReadBytes(Path("Zelmar.log")).find(" " + enhanced.arguments + "\r\n"), std::string::npos) << ReadBytes(Path("Zelmar.log"));
 
     // Dropped again after a change: the saved profiles come back.
     ASSERT_TRUE(Remove(1));
@@ -212,8 +217,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     ASSERT_TRUE(Remove(2) && Remove(0));
     ASSERT_TRUE(Save());
     enhanced.arguments = "profile=\"Flight Yoke\"" + tail;
-    EXPECT_EQ(ReadShortcut(link), Describe(enhanced));
-    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), ListBytes({link}) + listText);
+    EXPECT_EQ(Files(), Describe(enhanced) + lists);
 
     // Without profiles an enhanced shortcut can be restored but not saved.
     ASSERT_TRUE(Remove(0));
@@ -221,8 +225,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     ASSERT_TRUE(Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE); }));
     EXPECT_EQ(Controls(), kPlain);
     EXPECT_EQ(Rows(), 0);
-    EXPECT_EQ(ReadShortcut(link), Describe(game));
-    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), "0 Shortcuts" + std::string(kListNotice));
+    EXPECT_EQ(Files(), Describe(game) + "0 Shortcuts" + kListNotice);
     FreeLibrary(program);
 }
 
@@ -309,33 +312,16 @@ const auto kRowName = [](const testing::TestParamInfo<Refusal>& row) { return st
 INSTANTIATE_TEST_SUITE_P(Program, RefusalTest, testing::ValuesIn(kRefusals), kRowName);
 
 
-// Other quote characters, a read-only shortcut, and the saved shortcut started through the
-// shell: the parent gets exactly the line that was saved.
-TEST_F(ProgramTest, ReadOnlyShortcutWithOtherQuotesStartsTheParent)
-{
-    ASSERT_TRUE(WriteBytes(Path("QuoteChars.txt"), "LeftArgQuote={\r\nRightArgQuote=}\r\n"));
-    game.readOnly = true;
-    ASSERT_TRUE(WriteShortcut(link, game));
-    Start();
-    ASSERT_TRUE(Drop({link}, [&] { return Enabled(IDC_ADD); }));
-    ASSERT_TRUE(Add("Flight Yoke") && Save());
-    const std::string line = "profile=\"Flight Yoke\" target=" + Quoted(game.target) + " targetDir="
-                             + Quoted(game.folder) + " args=\"-map {C:\\My Maps\\one.map} -fast\"";
-    EXPECT_EQ(ReadShortcut(link), Describe({Path("Zelmar.exe"), line, folder, game.icon}));   // and not read-only
-
-    ASSERT_GT(INT_PTR(ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL)), 32);
-    ASSERT_TRUE(WaitUntil([&] { return ReadBytes(Path("Zelmar.log")).find("\r\n") != std::string::npos; }));
-    EXPECT_NE(ReadBytes(Path("Zelmar.log")).find(" " + line + "\r\n"), std::string::npos) << ReadBytes(Path("Zelmar.log"));
-}
-
 // Restore-all goes by the list alone and shows no window: listed enhanced shortcuts come back,
-// read-only ones too; a listed plain one and an unlisted enhanced one stay; both list files go.
+// read-only ones too, under the quote characters of QuoteChars.txt; a listed plain one and an
+// unlisted enhanced one stay; both list files go.
 TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
 {
+    ASSERT_TRUE(WriteBytes(Path("QuoteChars.txt"), "LeftArgQuote={\r\nRightArgQuote=}\r\n"));
     const std::string parent = Path("Zelmar.exe");
     const std::string bare = "profile=\"Racing Wheel\" target=" + Quoted(game.target);
     const std::string full = "profile=\"Arcade Stick\" profile=\"Flight Yoke\" target=" + Quoted(game.target)
-                             + " targetDir=" + Quoted(game.folder) + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
+                             + " targetDir=" + Quoted(game.folder) + " args=\"-map {C:\\My Maps\\one.map} -fast\"";
     const struct { const char* file; Shortcut before, after; } rows[] = {
         {"Full.lnk", {parent, full, folder, game.icon, 0, true}, game},
         // With no icon of its own, the shell names the target it was read with.
