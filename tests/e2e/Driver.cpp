@@ -254,12 +254,12 @@ bool PickEntry(HWND combo, const std::string& text)
            });
 }
 
-std::shared_future<DWORD> Drag(HWND window, const Names& names)
+void Session::Drag(const Names& names)
 {
-    std::packaged_task<DWORD()> drag([window, names] {
+    std::packaged_task<DWORD()> task([window = dialog, names] {
         // OLE for the drag's while, to its end after the objects below are given back.
         const struct Ole { Ole() { OleInitialize(nullptr); } ~Ole() { OleUninitialize(); } } ole;
-        DWORD effect = DROPEFFECT_NONE;
+        DWORD answer = DROPEFFECT_NONE;
         // The data object of the files' folder in the shell, as a drag from a folder window
         // carries it.
         std::vector<PIDLIST_ABSOLUTE> items;
@@ -273,23 +273,21 @@ std::shared_future<DWORD> Drag(HWND window, const Names& names)
             && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr, &data))) {
             // From the screen's bottom right corner, clear of the centred dialog.
             CHand hand({GetSystemMetrics(SM_CXSCREEN) - 30, GetSystemMetrics(SM_CYSCREEN) - 30}, Centre(window));
-            DoDragDrop(data.Get(), &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &effect);
+            DoDragDrop(data.Get(), &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &answer);
         }
         for (PIDLIST_ABSOLUTE item : items)
             ILFree(item);
-        return effect;
+        return answer;
     });
-    std::shared_future<DWORD> effect = drag.get_future().share();
-    std::thread(std::move(drag)).detach();
-    return effect;
+    drag = task.get_future().share();
+    std::thread(std::move(task)).detach();
 }
 
 int Session::Rows() const { return static_cast<int>(Ask(Control(IDC_SELECTED_LIST), LVM_GETITEMCOUNT, 0, 0)); }
 
-bool Session::Drop(const Names& names, const std::function<bool()>& taken)
+bool Session::Dropped(const std::function<bool()>& taken)
 {
-    const std::shared_future<DWORD> drag = Drag(dialog, names);
-    if (!Ended(drag))
+    if (drag.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
         return false;
     effect = drag.get();
     return WaitUntil(taken) && WaitIdle(dialog);

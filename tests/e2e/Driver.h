@@ -57,29 +57,25 @@ std::vector<std::string> ComboEntries(HWND combo);
 // (something covers it or holds the capture). inDialog: the window's dialog is brought forward.
 [[nodiscard]] bool ClickAt(HWND target, POINT screen, bool inDialog = true);
 
-// A drag of files of one folder onto a window's centre, on a thread of its own so that the
-// check can answer a box that the drop shows. It comes to what the target answered; shared
-// with the drag's thread, which may outlive a check.
-std::shared_future<DWORD> Drag(HWND window, const Names& names);
-[[nodiscard]] inline bool Ended(const std::shared_future<DWORD>& drag)
-{
-    return drag.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
-}
-
 // Linkwright's dialog worked a step at a time: each step waits for what it brings about and
 // for the end of its handler, and says whether all of that came about.
 struct Session {
     HWND Control(int id) const { return GetDlgItem(dialog, id); }
     bool Enabled(int id) const { return IsWindowEnabled(Control(id)) != 0; }
     int Rows() const;
-    // The drop's analysis runs after the drop, from a posted message: taken says it is done.
-    [[nodiscard]] bool Drop(const Names& names, const std::function<bool()>& taken);
+    // A drag of files of one folder onto the dialog's centre, on a thread of its own so that the
+    // check can answer a box that the drop shows. Dropped waits for its end, then for taken: the
+    // drop's analysis runs after the drop, from a posted message.
+    void Drag(const Names& names);
+    [[nodiscard]] bool Dropped(const std::function<bool()>& taken);
+    [[nodiscard]] bool Drop(const Names& names, const std::function<bool()>& taken) { Drag(names); return Dropped(taken); }
     [[nodiscard]] bool Click(int id, const std::function<bool()>& done);
     [[nodiscard]] bool Add(const std::string& profile);
     [[nodiscard]] bool Save();
 
     HWND dialog = nullptr;
-    DWORD effect = 0;   // the last drop's DROPEFFECT_...
+    std::shared_future<DWORD> drag;   // the last drag's effect, shared with its thread, which may outlive a check
+    DWORD effect = 0;                 // the last drop's DROPEFFECT_...
 };
 
 // A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.

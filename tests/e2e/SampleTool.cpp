@@ -7,20 +7,13 @@
 //     saves a picture of the screen to PICTURE (.ppm), drags LINK onto the dialog, adds the
 //     profile, saves, restores and closes Linkwright. REPORT receives the shortcut before,
 //     after Save and after Restore (a program started into a Wine desktop has no console).
-#include <windows.h>
-
-#include <cstring>
-#include <string>
-
 #include "app/Resource.h"
 #include "tests/e2e/Driver.h"
-
-namespace {
 
 using namespace e2e;
 
 // The road; answers the first step that did not come about, or null.
-const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
+static const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
 {
     Session lw;
     if (!WaitUntil([&] { return IsWindowVisible(lw.dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
@@ -42,13 +35,11 @@ const char* Road(const std::string& link, const std::string& profile, const std:
     return Press(lw.dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(lw.dialog); }) ? nullptr : "Linkwright did not close";
 }
 
-}  // namespace
-
 int main(int argc, char** argv)
 {
-    if (argc == 8 && std::strcmp(argv[1], "shortcut") == 0)
+    if (argc == 8 && argv[1] == std::string("shortcut"))
         return WriteShortcut(argv[2], Shortcut{argv[3], argv[4], argv[5], argv[6], 0, argv[7][0] == '1'}) ? 0 : 1;
-    if (argc != 6 || std::strcmp(argv[1], "road") != 0)
+    if (argc != 6 || argv[1] != std::string("road"))
         return 2;
     std::string report;
     if (const char* failure = Road(argv[2], argv[3], argv[5], report))
