@@ -289,7 +289,6 @@ bool Session::Dropped(const std::function<bool()>& taken)
 {
     if (drag.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
         return false;
-    effect = drag.get();
     return WaitUntil(taken) && WaitIdle(dialog);
 }
 
@@ -298,8 +297,7 @@ bool Session::Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled
 
 bool Session::Add(const std::string& profile)
 {
-    const int rows = Rows() + 1;
-    return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&] { return Rows() == rows; });
+    return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&, rows = Rows() + 1] { return Rows() == rows; });
 }
 
 bool WriteShortcut(const std::string& path, const Shortcut& facts)

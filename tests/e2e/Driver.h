@@ -74,8 +74,7 @@ struct Session {
     [[nodiscard]] bool Save();
 
     HWND dialog = nullptr;
-    std::shared_future<DWORD> drag;   // the last drag's effect, shared with its thread, which may outlive a check
-    DWORD effect = 0;                 // the last drop's DROPEFFECT_...
+    std::shared_future<DWORD> drag;   // the last drag's DROPEFFECT_..., shared with its thread, which may outlive a check
 };
 
 // A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.
