@@ -15,8 +15,6 @@
 
 namespace e2e {
 
-const char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
-
 namespace {
 
 POINT Centre(HWND window)
@@ -39,12 +37,11 @@ bool SendPointer(POINT at, DWORD buttonEvent = 0)
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-// The hand of a drag: it carries the pointer to the drop point in 8 rounds of the drag loop
-// and drops 4 rounds later. It lives on the drag thread's stack, so nobody counts its
+// The hand of a drag: it carries the pointer from one point to the other in 8 rounds of the
+// drag loop and drops 4 rounds later. It lives on the drag thread's stack, so nobody counts its
 // references.
-class CHand : public IDropSource {
-public:
-    CHand(POINT from, POINT to) : m_from(from), m_to(to) {}
+struct CHand : IDropSource {
+    CHand(POINT start, POINT end) : from(start), to(end) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
     {
         *object = IsEqualIID(iid, IID_IDropSource) || IsEqualIID(iid, IID_IUnknown) ? this : nullptr;
@@ -55,18 +52,15 @@ public:
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL, DWORD) override
     {
-        const int step = std::min(++m_rounds, 8);
-        const POINT at{m_from.x + (m_to.x - m_from.x) * step / 8, m_from.y + (m_to.y - m_from.y) * step / 8};
-        return m_rounds > 12 ? DRAGDROP_S_DROP : SendPointer(at) ? S_OK : DRAGDROP_S_CANCEL;
+        const int step = std::min(++rounds, 8);
+        const POINT at{from.x + (to.x - from.x) * step / 8, from.y + (to.y - from.y) * step / 8};
+        return rounds > 12 ? DRAGDROP_S_DROP : SendPointer(at) ? S_OK : DRAGDROP_S_CANCEL;
     }
 
-private:
-    POINT m_from, m_to;
-    int m_rounds = 0;
+    POINT from, to;
+    int rounds = 0;
 };
 #pragma GCC diagnostic pop
-
-using Microsoft::WRL::ComPtr;
 
 // Texts between the check's UTF-8 and the system's UTF-16, converted by the path type, which
 // leaves the text as it is.
@@ -77,8 +71,8 @@ std::string Utf8(const wchar_t* text) { return std::filesystem::path(text).u8str
 // thread, stays for the process: the checks' thread comes back to it again and again.
 bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& work)
 {
-    ComPtr<IShellLinkW> link;
-    ComPtr<IPersistFile> file;
+    Microsoft::WRL::ComPtr<IShellLinkW> link;
+    Microsoft::WRL::ComPtr<IPersistFile> file;
     return SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))
            && SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&link)))
            && SUCCEEDED(link.As(&file)) && work(link.Get(), file.Get());
@@ -143,8 +137,7 @@ bool WaitUntil(const std::function<bool()>& condition, DWORD ms)
 
 std::string ReadBox(HWND window)
 {
-    std::string text, buttons;
-    bool icon = false;
+    std::string text, icon = "|no icon", buttons;
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         char kind[16] = {};
         if (!IsWindowVisible(child) || !GetClassNameA(child, kind, sizeof(kind)))
@@ -152,11 +145,11 @@ std::string ReadBox(HWND window)
         if (lstrcmpiA(kind, "Button") == 0)
             buttons += "|" + Text(child);
         else if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
-            icon = icon || Ask(child, STM_GETICON, 0, 0) != 0;
+            icon = Ask(child, STM_GETICON, 0, 0) ? "|icon" : icon;
         else if (lstrcmpiA(kind, "Static") == 0 && text.empty())
             text = Text(child);
     }
-    return Text(window) + "|" + text + (icon ? "|icon" : "|no icon") + buttons;
+    return Text(window) + "|" + text + icon + buttons;
 }
 
 bool Picture(HWND window, const std::string& path)
@@ -164,8 +157,7 @@ bool Picture(HWND window, const std::string& path)
     Sleep(300);   // let it finish painting
     RECT rect{};
     GetWindowRect(window, &rect);
-    const int width = rect.right - rect.left;
-    const int height = rect.bottom - rect.top;
+    const int width = rect.right - rect.left, height = rect.bottom - rect.top;
     BITMAPINFO info{{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB}};
     const unsigned char* pixel = nullptr;
     const HDC screen = GetDC(nullptr);
@@ -267,8 +259,8 @@ void Session::Drag(const Names& names)
         for (const std::string& name : names)
             if (const PIDLIST_ABSOLUTE item = ILCreateFromPathW(Wide(name).c_str()))
                 children.push_back(ILFindLastID(items.emplace_back(item)));
-        ComPtr<IShellFolder> folder;
-        ComPtr<IDataObject> data;
+        Microsoft::WRL::ComPtr<IShellFolder> folder;
+        Microsoft::WRL::ComPtr<IDataObject> data;
         if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0], IID_PPV_ARGS(&folder), nullptr))
             && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr, &data))) {
             // From the screen's bottom right corner, clear of the centred dialog.
@@ -287,9 +279,7 @@ int Session::Rows() const { return static_cast<int>(Ask(Control(IDC_SELECTED_LIS
 
 bool Session::Dropped(const std::function<bool()>& taken)
 {
-    if (drag.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
-        return false;
-    return WaitUntil(taken) && WaitIdle(dialog);
+    return drag.wait_for(std::chrono::seconds(20)) == std::future_status::ready && WaitUntil(taken) && WaitIdle(dialog);
 }
 
 bool Session::Click(int id, const std::function<bool()>& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }

@@ -14,7 +14,7 @@
 namespace e2e {
 
 using Names = std::vector<std::string>;
-extern const char kDialogTitle[];
+inline constexpr char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 
 // A program started by a check, ended when the object goes if it still runs.
 class CRun {
