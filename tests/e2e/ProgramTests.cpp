@@ -5,14 +5,7 @@
 
 #include "tests/e2e/Driver.h"
 
-#include <commctrl.h>
-#include <ole2.h>
 #include <shellapi.h>
-
-#include <algorithm>
-#include <filesystem>
-
-#include "app/Resource.h"
 
 namespace e2e {
 namespace {
@@ -115,29 +108,19 @@ protected:
         EXPECT_TRUE(Picture(window, LW_ARTIFACT_DIR "/" + name + ".ppm")) << name;
     }
 
-    // Selects a row, as the list shows them, with a click on its text and presses Remove. The
-    // rows have one height from the top of the list, which has no header: what one more row
-    // adds to the size the list would need.
+    // Selects a row, as the list shows them, alone, as a person does from the first row (the list
+    // has no header) with arrow keys, and presses Remove.
     bool Remove(int row)
     {
         const HWND list = Control(IDC_SELECTED_LIST);
         const int left = Rows() - 1;
-        const auto need = [&](int rows) { return HIWORD(Ask(list, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(-1, -1))); };
-        const LONG height = need(2) - need(1);
-        POINT point{20, static_cast<LONG>((row - Ask(list, LVM_GETTOPINDEX, 0, 0)) * height + height / 2)};
-        ClientToScreen(list, &point);
-        return ClickAt(list, point) && WaitUntil([&] { return Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1; })
+        POINT first{20, 4};
+        ClientToScreen(list, &first);
+        const auto chosen = [&] {
+            return Ask(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED) == row && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1;
+        };
+        return ClickAt(list, first) && PressKey(list, VK_DOWN, row) && WaitUntil(chosen)
                && Click(IDC_REMOVE, [&] { return Rows() == left; }) && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 0;
-    }
-
-    // The message box under this caption, owned by the dialog, answered with OK.
-    std::string Answer(const std::string& caption)
-    {
-        const HWND window = run.WaitForWindow(caption);
-        const std::string box = window ? ReadBox(window) : "<no box>";
-        EXPECT_TRUE(window && Text(GetWindow(window, GW_OWNER)) == kDialogTitle && Press(window, IDOK)
-                    && WaitUntil([&] { return !IsWindow(window); })) << "not owned by the dialog, or not closed with OK";
-        return box;
     }
 
     std::string folder, link;
@@ -155,7 +138,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
         RECT rect{};
         GetWindowRect(Control(id), &rect);
         return RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2})
-               && run.WaitForWindow(text, 5000, "tooltips_class32") != nullptr;
+               && run.WaitForWindow(text, 5000) != nullptr;
     };
     Start();
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
@@ -227,8 +210,7 @@ struct Refusal {
     const char* name;
     When when;
     Shortcut shortcut;   // paths in the installation; no target: a file that is no shortcut
-    const char *caption, *text;
-    bool icon;
+    std::string box;     // "caption|text|icon" or "caption|text|no icon"; its one button is OK
 };
 
 class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refusal> {};
@@ -244,11 +226,8 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         ASSERT_TRUE(row.when != When::RestoreAllWithoutProfiles || DeleteFileA(Path(std::string("Profiles\\") + file).c_str()));
     const std::string before = ReadBytes(link);
 
-    std::string box;
     if (row.when < When::Drop) {
         ASSERT_TRUE(run.Start(Path("Linkwright.exe"), row.when == When::StartWithoutParent ? "" : "-RestoreAll", folder));
-        box = Answer(row.caption);
-        EXPECT_TRUE(!run.WaitForWindow(kDialogTitle, 20000) && run.WaitForEnd(0)) << "the dialog showed, or the program stayed";
     } else {
         Start();
         Drag({link});
@@ -257,12 +236,32 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
             ASSERT_TRUE(row.when != When::SaveOverAFolder || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)));
             ASSERT_TRUE(Press(dialog, IDOK));
         }
-        box = Answer(row.caption);
+    }
+    // The box as it shows, "caption|text|icon|buttons", owned by the dialog, answered with OK.
+    const HWND box = run.WaitForWindow(row.box.substr(0, row.box.find('|')));
+    ASSERT_TRUE(box) << "no box";
+    std::string shown = Text(box), text, icon = "|no icon", buttons;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        char kind[16] = {};
+        if (!IsWindowVisible(child) || !GetClassNameA(child, kind, sizeof(kind)))
+            continue;
+        if (lstrcmpiA(kind, "Button") == 0)
+            buttons += "|" + Text(child);
+        else if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
+            icon = Ask(child, STM_GETICON, 0, 0) ? "|icon" : icon;
+        else if (lstrcmpiA(kind, "Static") == 0 && text.empty())
+            text = "|" + Text(child);
+    }
+    EXPECT_EQ(shown + text + icon + buttons, row.box + "|OK");
+    EXPECT_TRUE(Text(GetWindow(box, GW_OWNER)) == kDialogTitle && Press(box, IDOK) && WaitUntil([&] { return !IsWindow(box); }))
+        << "not owned by the dialog, or not closed with OK";
+    if (row.when < When::Drop) {
+        EXPECT_TRUE(!run.WaitForWindow(kDialogTitle, 20000) && run.WaitForEnd(0)) << "the dialog showed, or the program stayed";
+    } else {
         ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }));
         EXPECT_EQ(Name() + Controls(),
                   (row.shortcut.target.empty() ? "" : "Racer") + std::string(row.when == When::Drop ? kEmpty : kPicking));
     }
-    EXPECT_EQ(box, row.caption + std::string("|") + row.text + (row.icon ? "|icon|OK" : "|no icon|OK"));
     EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")),
               (row.when == When::SaveOverAFolder ? "<missing>" : before) + ListBytes({link}));
 }
@@ -271,32 +270,26 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
 const std::string kWorld = "\u03A9mega \u0142\u00F3d\u017A \u6E38";
 const char kEnhancedArgs[] = "profile=\"Racing Wheel\" target=\"C:\\Games\\race.exe\"";
 const Refusal kRefusals[] = {
-    {"NoParent", When::StartWithoutParent, {"Zelmar.exe", kEnhancedArgs}, "ZLD Not Found",
-     "Linkwright could not find Zelmardeck. Please re-install Zelmardeck.", true},
-    {"NoProfilesOnRestoreAll", When::RestoreAllWithoutProfiles, {"Zelmar.exe", kEnhancedArgs}, "No Profiles",
-     "Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended application, and "
-     "restart Linkwright", false},
-    {"ParentShortcut", When::Drop, {"Zelmar.exe"}, "Zelmardeck Shortcut",
-     "This is a shortcut to Zelmardeck itself, and cannot be modified.", false},
-    {"ThisProgram", When::Drop, {"Linkwright.exe"}, "Linkwright",
-     "This is a shortcut to this program, and cannot be modified.", false},
-    {"NoShortcut", When::Drop, {}, "Load Failure",
-     "Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's not in use, that the target "
-     "program was not deleted or moved, and try again.", false},
-    {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, "Shortcut Write Error",
-     "There was an unknown problem while trying to modify this shortcut. Try again or modify the shortcut by hand.",
-     true},
+    {"NoParent", When::StartWithoutParent, {"Zelmar.exe", kEnhancedArgs},
+     "ZLD Not Found|Linkwright could not find Zelmardeck. Please re-install Zelmardeck.|icon"},
+    {"NoProfilesOnRestoreAll", When::RestoreAllWithoutProfiles, {"Zelmar.exe", kEnhancedArgs},
+     "No Profiles|Linkwright could not find any Zelmardeck profiles.\n"
+     "Create a profile for the intended application, and restart Linkwright|no icon"},
+    {"ParentShortcut", When::Drop, {"Zelmar.exe"},
+     "Zelmardeck Shortcut|This is a shortcut to Zelmardeck itself, and cannot be modified.|no icon"},
+    {"ThisProgram", When::Drop, {"Linkwright.exe"}, "Linkwright|This is a shortcut to this program, and cannot be modified.|no icon"},
+    {"NoShortcut", When::Drop, {}, "Load Failure|Could not load or resolve the link for this shortcut.\r\n\r\n"
+     "Make sure it's not in use, that the target program was not deleted or moved, and try again.|no icon"},
+    {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, "Shortcut Write Error|There was an "
+     "unknown problem while trying to modify this shortcut. Try again or modify the shortcut by hand.|icon"},
     // Characters outside the code page, and a line too long to be read back.
     {"Characters", When::Drop, {"Games\\Racer.exe", "-title " + kWorld + " -x", "Games\\" + kWorld},
-     "Unsupported Characters", "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.",
-     false},
-    {"TooLong", When::Save, {"Games\\Racer.exe", "-x " + std::string(16297, 'a'), "Games"},
-     "Shortcut Too Long", "The enhanced shortcut would be too long to be restored. Remove a profile or shorten the "
-     "shortcut's arguments.", false},
+     "Unsupported Characters|This shortcut holds characters that Linkwright cannot keep, and cannot be modified.|no icon"},
+    {"TooLong", When::Save, {"Games\\Racer.exe", "-x " + std::string(16297, 'a'), "Games"}, "Shortcut Too Long|The "
+     "enhanced shortcut would be too long to be restored. Remove a profile or shorten the shortcut's arguments.|no icon"},
 };
 const auto kRowName = [](const testing::TestParamInfo<Refusal>& row) { return std::string(row.param.name); };
 INSTANTIATE_TEST_SUITE_P(Program, RefusalTest, testing::ValuesIn(kRefusals), kRowName);
-
 
 // Restore-all goes by the list alone and shows no window: listed enhanced shortcuts come back,
 // read-only ones too, under the quote characters of QuoteChars.txt; a listed plain one and an
