@@ -11,6 +11,9 @@ namespace e2e {
 namespace {
 
 // The dialog's controls in each state: "+" enabled (the label: shown), "-" not.
+const std::pair<int, const char*> kControls[] = {
+    {IDC_PROFILE_COMBO, " combo"}, {IDC_ADD, " add"}, {IDC_SELECTED_LIST, " list"}, {IDC_REMOVE, " remove"}, {IDOK, " save"},
+    {IDC_RESTORE, " restore"}, {IDC_ENABLED_LABEL, " label"}, {IDC_HELP_BUTTON, " help"}, {IDCANCEL, " close"}};
 const char kEmpty[] = "combo- add- list- remove- save- restore- label- help+ close+";
 const char kPlain[] = "combo+ add+ list- remove- save- restore- label- help+ close+";
 const char kPicking[] = "combo+ add+ list+ remove+ save+ restore- label- help+ close+";
@@ -87,10 +90,7 @@ protected:
     std::string Controls() const
     {
         std::string line;
-        for (const auto& [id, name] : std::initializer_list<std::pair<int, const char*>>{
-                 {IDC_PROFILE_COMBO, " combo"}, {IDC_ADD, " add"}, {IDC_SELECTED_LIST, " list"}, {IDC_REMOVE, " remove"},
-                 {IDOK, " save"}, {IDC_RESTORE, " restore"}, {IDC_ENABLED_LABEL, " label"}, {IDC_HELP_BUTTON, " help"},
-                 {IDCANCEL, " close"}})
+        for (const auto& [id, name] : kControls)
             line += name + std::string((id == IDC_ENABLED_LABEL ? IsWindowVisible(Control(id)) : Enabled(id)) ? "+" : "-");
         return line.substr(1);
     }
@@ -218,17 +218,17 @@ class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refus
 TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
 {
     const Refusal& row = GetParam();
-    const Shortcut shortcut{Path(row.shortcut.target), row.shortcut.arguments, Path(row.shortcut.folder)};
-    ASSERT_TRUE(row.shortcut.target.empty() ? WriteBytes(link, "not a shortcut") : WriteShortcut(link, shortcut));
+    ASSERT_TRUE(row.shortcut.target.empty() ? WriteBytes(link, "not a shortcut")
+                : WriteShortcut(link, {Path(row.shortcut.target), row.shortcut.arguments, Path(row.shortcut.folder)}));
     ASSERT_TRUE(WriteBytes(Path("ShortcutList"), ListBytes({link})));
     ASSERT_TRUE(row.when != When::StartWithoutParent || DeleteFileA(Path("Zelmar.exe").c_str()));
     for (const auto& [file, name] : kProfiles)
         ASSERT_TRUE(row.when != When::RestoreAllWithoutProfiles || DeleteFileA(Path(std::string("Profiles\\") + file).c_str()));
     const std::string before = ReadBytes(link);
 
-    if (row.when < When::Drop) {
+    if (row.when < When::Drop)
         ASSERT_TRUE(run.Start(Path("Linkwright.exe"), row.when == When::StartWithoutParent ? "" : "-RestoreAll", folder));
-    } else {
+    else {
         Start();
         Drag({link});
         if (row.when != When::Drop) {
@@ -237,27 +237,21 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
             ASSERT_TRUE(Press(dialog, IDOK));
         }
     }
-    // The box as it shows, "caption|text|icon|buttons", owned by the dialog, answered with OK.
+    // The box as it shows, "caption|text|icon|buttons" (a message box's text is its control of id
+    // 0xFFFF; only an icon control answers with an icon), owned by the dialog, answered with OK.
     const HWND box = run.WaitForWindow(row.box.substr(0, row.box.find('|')));
     ASSERT_TRUE(box) << "no box";
-    std::string shown = Text(box), text, icon = "|no icon", buttons;
-    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        char kind[16] = {};
-        if (!IsWindowVisible(child) || !GetClassNameA(child, kind, sizeof(kind)))
-            continue;
-        if (lstrcmpiA(kind, "Button") == 0)
-            buttons += "|" + Text(child);
-        else if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
-            icon = Ask(child, STM_GETICON, 0, 0) ? "|icon" : icon;
-        else if (lstrcmpiA(kind, "Static") == 0 && text.empty())
-            text = "|" + Text(child);
+    std::string icon = "|no icon", buttons;
+    for (HWND child = nullptr; (child = FindWindowExA(box, child, nullptr, nullptr));) {
+        icon = Ask(child, STM_GETICON, 0, 0) > 0 ? "|icon" : icon;
+        buttons += IsWindowVisible(child) && (Ask(child, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) ? "|" + Text(child) : "";
     }
-    EXPECT_EQ(shown + text + icon + buttons, row.box + "|OK");
+    EXPECT_EQ(Text(box) + "|" + Text(GetDlgItem(box, 0xFFFF)) + icon + buttons, row.box + "|OK");
     EXPECT_TRUE(Text(GetWindow(box, GW_OWNER)) == kDialogTitle && Press(box, IDOK) && WaitUntil([&] { return !IsWindow(box); }))
         << "not owned by the dialog, or not closed with OK";
-    if (row.when < When::Drop) {
+    if (row.when < When::Drop)
         EXPECT_TRUE(!run.WaitForWindow(kDialogTitle, 20000) && run.WaitForEnd(0)) << "the dialog showed, or the program stayed";
-    } else {
+    else {
         ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }));
         EXPECT_EQ(Name() + Controls(),
                   (row.shortcut.target.empty() ? "" : "Racer") + std::string(row.when == When::Drop ? kEmpty : kPicking));
