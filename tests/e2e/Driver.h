@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -68,8 +67,7 @@ inline POINT Centre(HWND window)
 }
 
 // A program started by a check, ended when the object goes if it still runs.
-class CRun {
-public:
+struct CRun {
     CRun() = default;
     CRun(const CRun&) = delete;
     CRun& operator=(const CRun&) = delete;
@@ -111,7 +109,6 @@ public:
         return found;
     }
 
-private:
     PROCESS_INFORMATION m_process{};
 };
 
@@ -155,41 +152,37 @@ inline std::string ReadBytes(const std::string& path)   // "<missing>" when it c
 inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
 {
     INPUT input{INPUT_MOUSE};
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent;
-    input.mi.dx = MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1);
-    input.mi.dy = MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1);
+    input.mi = MOUSEINPUT{MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1), MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1),
+                          0, MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent};
     return SendInput(1, &input, sizeof(input)) == 1;
 }
 
-// The pointer brought to rest at a point: still there at three looks in a row after the move
-// and the program's handling of it; moved again when it is not.
+// The pointer brought to rest at a point of a window, or of its child there, as a person could
+// click there: still there at three looks in a row after the move and the program's handling of
+// it (moved again when it is not), with nothing covering the point or holding the capture. A
+// tool tip left by the pointer's earlier place goes once it rests.
 [[nodiscard]] inline bool RestPointer(HWND target, POINT at)
 {
     int looks = -1;
+    GUITHREADINFO thread{sizeof(thread)};
     return WaitUntil([&] {
         POINT now{};
+        const HWND shown = WindowFromPoint(at);
         if (looks >= 0 && GetCursorPos(&now) && now.x == at.x && now.y == at.y)
-            return ++looks == 3;
+            return ++looks >= 3 && GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread)
+                   && !thread.hwndCapture && (shown == target || IsChild(target, shown));
         looks = SendPointer(at) && WaitIdle(GetAncestor(target, GA_ROOT)) ? 0 : -1;
         return false;
     }, 10000);
 }
 
-// A click at a point of a window, or of its child there, with its dialog brought forward; false
-// if a person could not click there (something covers it or holds the capture). A tool tip left
-// by the pointer's earlier place goes once it rests.
+// A click at a point of a window, or of its child there, with its dialog brought forward.
 [[nodiscard]] inline bool ClickAt(HWND target, POINT at)
 {
     const HWND dialog = GetAncestor(target, GA_ROOT);
     if (GetForegroundWindow() != dialog)   // activated anew, it would move its focus
         SetForegroundWindow(dialog);
-    GUITHREADINFO thread{sizeof(thread)};
-    const auto reachable = [&] {
-        const HWND shown = WindowFromPoint(at);
-        return GetGUIThreadInfo(GetWindowThreadProcessId(target, nullptr), &thread) && !thread.hwndCapture
-               && (shown == target || IsChild(target, shown));
-    };
-    if (RestPointer(target, at) && WaitUntil(reachable, 3000))
+    if (RestPointer(target, at))
         return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
     std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
     return false;
@@ -231,16 +224,14 @@ inline Names ComboEntries(HWND combo)
 }
 
 // Makes an entry of a combo box the current one from the keyboard: a click on the box's edit
-// part, then an arrow key for each entry between the current one and it.
+// part (all of it but the arrow), then an arrow key for each entry between the current one and it.
 [[nodiscard]] inline bool PickEntry(HWND combo, const std::string& text)
 {
     const Names entries = ComboEntries(combo);
     const LRESULT index = std::find(entries.begin(), entries.end(), text) - entries.begin();
     const LRESULT now = Ask(combo, CB_GETCURSEL, 0, 0);
-    RECT frame{};
-    GetWindowRect(combo, &frame);
-    return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, POINT{frame.left + 20, (frame.top + frame.bottom) / 2})
-           && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::abs(index - now))
+    return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, Centre(combo))
+           && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::max(index - now, now - index))
            && WaitUntil([&] { return Ask(combo, CB_GETCURSEL, 0, 0) == index; });
 }
 
@@ -363,8 +354,7 @@ inline bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& wor
 inline std::string Describe(const Shortcut& facts)
 {
     return "  target     " + facts.target + "\r\n  arguments  " + facts.arguments + "\r\n  folder     " + facts.folder
-           + "\r\n  icon       " + facts.icon + "," + std::to_string(facts.index) + (facts.readOnly ? " read-only" : "")
-           + "\r\n";
+           + "\r\n  icon       " + facts.icon + "," + std::to_string(facts.index) + (facts.readOnly ? " read-only\r\n" : "\r\n");
 }
 
 inline std::string ReadShortcut(const std::string& path)

@@ -33,9 +33,8 @@ std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 std::string ListBytes(const Names& paths)
 {
     std::string bytes;
-    for (const std::string& path : paths)
-        for (char c : path + '\0')
-            bytes += c ? std::string{c, '\0'} : std::string(1, '\0');
+    for (const std::filesystem::path path : paths)
+        bytes += std::string(reinterpret_cast<const char*>(path.c_str()), 2 * path.native().size()) + '\0';
     return bytes;
 }
 
@@ -52,9 +51,9 @@ protected:
         ASSERT_TRUE(RemoveFolder());   // left by an earlier run: process ids repeat under Wine
         for (const char* sub : {"", "\\Profiles", "\\Games", "\\Links"})
             ASSERT_TRUE(CreateDirectoryA((folder + sub).c_str(), nullptr)) << folder << sub;
-        ASSERT_TRUE(CopyFileA(LW_LINKWRIGHT_EXE, Path("Linkwright.exe").c_str(), FALSE));
-        for (const char* copy : {"Zelmar.exe", "Games\\Racer.exe"})
-            ASSERT_TRUE(CopyFileA(LW_ZELMAR_EXE, Path(copy).c_str(), FALSE));
+        for (const auto& [from, to] :
+             {std::pair{LW_LINKWRIGHT_EXE, "Linkwright.exe"}, {LW_ZELMAR_EXE, "Zelmar.exe"}, {LW_ZELMAR_EXE, "Games\\Racer.exe"}})
+            ASSERT_TRUE(CopyFileA(from, Path(to).c_str(), FALSE)) << to;
         for (const auto& [file, name] : kProfiles) {
             CRun tool;
             ASSERT_TRUE(tool.Start(LW_MAKE_PROFILE_EXE, Quoted(Path("Profiles\\") + file) + " " + Quoted(name), "")
@@ -134,12 +133,7 @@ protected:
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
     ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
-    const auto tip = [&](int id, const char* text) {
-        RECT rect{};
-        GetWindowRect(Control(id), &rect);
-        return RestPointer(dialog, POINT{rect.left + 20, (rect.top + rect.bottom) / 2})
-               && run.WaitForWindow(text, 5000) != nullptr;
-    };
+    const auto tip = [&](int id, const char* text) { return RestPointer(dialog, Centre(Control(id))) && run.WaitForWindow(text, 5000); };
     Start();
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
     const auto byName = [](const std::string& a, const std::string& b) { return lstrcmpiA(a.c_str(), b.c_str()) < 0; };

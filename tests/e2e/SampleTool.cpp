@@ -7,7 +7,6 @@
 //     saves a picture of the screen to PICTURE (.ppm), drags LINK onto the dialog, adds the
 //     profile, saves, restores and closes Linkwright. REPORT receives the shortcut before,
 //     after Save and after Restore (a program started into a Wine desktop has no console).
-#include "app/Resource.h"
 #include "tests/e2e/Driver.h"
 
 using namespace e2e;
