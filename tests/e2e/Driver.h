@@ -27,6 +27,7 @@
 namespace e2e {
 
 using Names = std::vector<std::string>;
+using Condition = std::function<bool()>;
 inline constexpr char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 
 // Texts between the check's UTF-8 and the system's UTF-16, converted by the path type, which
@@ -34,7 +35,7 @@ inline constexpr char kDialogTitle[] = "Linkwright v1.0 for Zelmardeck";
 inline std::wstring Wide(const std::string& text) { return std::filesystem::u8path(text).wstring(); }
 inline std::string Utf8(const wchar_t* text) { return std::filesystem::path(text).u8string(); }
 
-[[nodiscard]] inline bool WaitUntil(const std::function<bool()>& condition, DWORD ms = 15000)
+[[nodiscard]] inline bool WaitUntil(const Condition& condition, DWORD ms = 15000)
 {
     for (const DWORD start = GetTickCount(); !condition(); Sleep(50))
         if (GetTickCount() - start >= ms)
@@ -83,11 +84,8 @@ struct CRun {
     {
         std::string line = "\"" + exe + "\" " + arguments;
         STARTUPINFOA startup{sizeof(startup)};
-        if (CreateProcessA(exe.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
-                           folder.empty() ? nullptr : folder.c_str(), &startup, &m_process))
-            return true;
-        std::fprintf(stderr, "could not start %s (error %lu)\n", line.c_str(), GetLastError());
-        return false;
+        return CreateProcessA(exe.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
+                              folder.empty() ? nullptr : folder.c_str(), &startup, &m_process);
     }
 
     [[nodiscard]] bool WaitForEnd(DWORD ms) const { return WaitForSingleObject(m_process.hProcess, ms) == WAIT_OBJECT_0; }
@@ -133,8 +131,7 @@ inline std::string ReadBytes(const std::string& path)   // "<missing>" when it c
     const int width = rect.right - rect.left, height = rect.bottom - rect.top;
     BITMAPINFO info{{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB}};
     const unsigned char* pixel = nullptr;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
+    const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, (void**)&pixel, nullptr, 0);
     const HGDIOBJ old = SelectObject(memory, bitmap);
     std::string ppm = "P6\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n";
@@ -152,8 +149,8 @@ inline std::string ReadBytes(const std::string& path)   // "<missing>" when it c
 inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
 {
     INPUT input{INPUT_MOUSE};
-    input.mi = MOUSEINPUT{MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1), MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1),
-                          0, MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent};
+    input.mi = MOUSEINPUT{MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1), MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1)};
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent;
     return SendInput(1, &input, sizeof(input)) == 1;
 }
 
@@ -301,15 +298,12 @@ struct Session {
         std::thread(std::move(task)).detach();
     }
 
-    [[nodiscard]] bool Dropped(const std::function<bool()>& taken)
+    [[nodiscard]] bool Dropped(const Condition& taken)
     {
         return drag.wait_for(std::chrono::seconds(20)) == std::future_status::ready && WaitUntil(taken) && WaitIdle(dialog);
     }
-    [[nodiscard]] bool Drop(const Names& names, const std::function<bool()>& taken) { Drag(names); return Dropped(taken); }
-    [[nodiscard]] bool Click(int id, const std::function<bool()>& done)
-    {
-        return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog);
-    }
+    [[nodiscard]] bool Drop(const Names& names, const Condition& taken) { Drag(names); return Dropped(taken); }
+    [[nodiscard]] bool Click(int id, const Condition& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
     [[nodiscard]] bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
     [[nodiscard]] bool Add(const std::string& profile)
     {

@@ -107,18 +107,16 @@ protected:
         EXPECT_TRUE(Picture(window, LW_ARTIFACT_DIR "/" + name + ".ppm")) << name;
     }
 
-    // Selects a row, as the list shows them, alone, as a person does from the first row (the list
-    // has no header) with arrow keys, and presses Remove.
+    // Selects a row, as the list shows them, as a person does from the first row (the list has no
+    // header) with arrow keys, and presses Remove: exactly one row goes.
     bool Remove(int row)
     {
         const HWND list = Control(IDC_SELECTED_LIST);
         const int left = Rows() - 1;
         POINT first{20, 4};
         ClientToScreen(list, &first);
-        const auto chosen = [&] {
-            return Ask(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED) == row && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 1;
-        };
-        return ClickAt(list, first) && PressKey(list, VK_DOWN, row) && WaitUntil(chosen)
+        return ClickAt(list, first) && PressKey(list, VK_DOWN, row)
+               && WaitUntil([&] { return Ask(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED) == row; })
                && Click(IDC_REMOVE, [&] { return Rows() == left; }) && Ask(list, LVM_GETSELECTEDCOUNT, 0, 0) == 0;
     }
 
@@ -133,7 +131,7 @@ protected:
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
     ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
-    const auto tip = [&](int id, const char* text) { return RestPointer(dialog, Centre(Control(id))) && run.WaitForWindow(text, 5000); };
+    const auto tip = [&](int id, const char* text) { return RestPointer(dialog, Centre(Control(id))) && run.WaitForWindow(text); };
     Start();
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
     const auto byName = [](const std::string& a, const std::string& b) { return lstrcmpiA(a.c_str(), b.c_str()) < 0; };
