@@ -18,6 +18,7 @@
 #include <fstream>
 #include <functional>
 #include <future>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -97,9 +98,8 @@ struct CRun {
         HWND found = nullptr;
         static_cast<void>(WaitUntil([&] {
             for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, nullptr, nullptr));) {
-                DWORD owner = 0;
-                GetWindowThreadProcessId(window, &owner);
-                if (owner == m_process.dwProcessId && IsWindowVisible(window) && (title.empty() || Text(window) == title))
+                if (DWORD owner = 0; GetWindowThreadProcessId(window, &owner) && owner == m_process.dwProcessId
+                                     && IsWindowVisible(window) && (title.empty() || Text(window) == title))
                     found = window;
             }
             return found || WaitForEnd(0);
@@ -149,7 +149,8 @@ inline std::string ReadBytes(const std::string& path)   // "<missing>" when it c
 inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
 {
     INPUT input{INPUT_MOUSE};
-    input.mi = MOUSEINPUT{MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1), MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1)};
+    input.mi = MOUSEINPUT{MulDiv(at.x, 65535, GetSystemMetrics(SM_CXSCREEN) - 1),
+                          MulDiv(at.y, 65535, GetSystemMetrics(SM_CYSCREEN) - 1)};
     input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | buttonEvent;
     return SendInput(1, &input, sizeof(input)) == 1;
 }
@@ -188,9 +189,8 @@ inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
 // A click on a push button; false if a person could not press it (hidden, disabled, a box up).
 [[nodiscard]] inline bool Press(HWND dialog, int id)
 {
-    const HWND button = GetDlgItem(dialog, id);
-    return button && IsWindowVisible(button) && IsWindowEnabled(button) && IsWindowEnabled(dialog)
-           && ClickAt(button, Centre(button));
+    const HWND button = GetDlgItem(dialog, id);   // hidden or disabled, it is not where the pointer rests
+    return button && IsWindowEnabled(dialog) && ClickAt(button, Centre(button));
 }
 
 // A key pressed and let go so many times, once the window or a child of it has the focus:
@@ -277,21 +277,19 @@ struct Session {
             DWORD answer = DROPEFFECT_NONE;
             // The data object of the files' folder in the shell, as a drag from a folder window
             // carries it.
-            std::vector<PIDLIST_ABSOLUTE> items;
+            std::vector<std::unique_ptr<ITEMIDLIST, decltype(&ILFree)>> items;
             std::vector<LPCITEMIDLIST> children;
             for (const std::string& name : names)
                 if (const PIDLIST_ABSOLUTE item = ILCreateFromPathW(Wide(name).c_str()))
-                    children.push_back(ILFindLastID(items.emplace_back(item)));
+                    children.push_back(ILFindLastID(items.emplace_back(item, &ILFree).get()));
             Microsoft::WRL::ComPtr<IShellFolder> folder;
             Microsoft::WRL::ComPtr<IDataObject> data;
-            if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0], IID_PPV_ARGS(&folder), nullptr))
+            if (items.size() == names.size() && SUCCEEDED(SHBindToParent(items[0].get(), IID_PPV_ARGS(&folder), nullptr))
                 && SUCCEEDED(folder->GetUIObjectOf(nullptr, children.size(), children.data(), IID_IDataObject, nullptr, &data))) {
                 // From the screen's bottom right corner, clear of the centred dialog.
                 CHand hand({GetSystemMetrics(SM_CXSCREEN) - 30, GetSystemMetrics(SM_CYSCREEN) - 30}, Centre(window));
                 DoDragDrop(data.Get(), &hand, DROPEFFECT_COPY | DROPEFFECT_LINK, &answer);
             }
-            for (PIDLIST_ABSOLUTE item : items)
-                ILFree(item);
             return answer;
         });
         drag = task.get_future().share();
