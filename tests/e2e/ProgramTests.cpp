@@ -40,8 +40,7 @@ std::string ListBytes(const Names& paths)
 
 // A fresh installation in a folder of its own: Linkwright.exe beside the stand-in Zelmar.exe,
 // the profiles, a game and a plain shortcut to it. The steps wait for what they bring about.
-class ProgramTest : public testing::Test, public Session {
-protected:
+struct ProgramTest : testing::Test, Session {
     void SetUp() override
     {
         static int count = 0;
@@ -203,7 +202,7 @@ struct Refusal {
     std::string box;     // "caption|text|icon" or "caption|text|no icon"; its one button is OK
 };
 
-class RefusalTest : public ProgramTest, public testing::WithParamInterface<Refusal> {};
+struct RefusalTest : ProgramTest, testing::WithParamInterface<Refusal> {};
 
 TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
 {
