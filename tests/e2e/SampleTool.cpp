@@ -7,53 +7,38 @@
 //     saves a picture of the screen to PICTURE (.ppm), drags LINK onto the dialog, adds the
 //     profile, saves, restores and closes Linkwright. REPORT receives the shortcut before,
 //     after Save and after Restore (a program started into a Wine desktop has no console).
-#include <windows.h>
-
-#include <cstring>
-#include <string>
-
-#include "app/Resource.h"
 #include "tests/e2e/Driver.h"
-
-namespace {
 
 using namespace e2e;
 
 // The road; answers the first step that did not come about, or null.
-const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
+static const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
 {
-    HWND dialog = nullptr;
-    const auto enabled = [&](int id) { return IsWindowEnabled(GetDlgItem(dialog, id)) != 0; };
-    CDrag drag;
-    DWORD effect = 0;
-    if (!WaitUntil([&] { return IsWindowVisible(dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
+    Session lw;
+    if (!WaitUntil([&] { return IsWindowVisible(lw.dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
         return "the dialog did not show";
     Sleep(1500);   // let it finish painting
     if (!Picture(GetDesktopWindow(), picture))
         return "the picture could not be taken";
     report += "Before:\r\n" + ReadShortcut(link);
-    drag.Start(dialog, {link});
-    if (!drag.Finish(20000, &effect) || !WaitUntil([&] { return enabled(IDC_ADD); }))
+    if (!lw.Drop({link}, [&] { return lw.Enabled(IDC_ADD); }))
         return "the dropped shortcut was not taken";
-    if (!PickEntry(GetDlgItem(dialog, IDC_PROFILE_COMBO), profile) || !Press(dialog, IDC_ADD)
-        || !WaitUntil([&] { return enabled(IDOK); }))
+    if (!lw.Add(profile))
         return "the profile could not be added";
-    if (!Press(dialog, IDOK) || !WaitUntil([&] { return enabled(IDC_RESTORE); }) || !WaitIdle(dialog))
+    if (!lw.Save())
         return "Save did not finish";
     report += "After Save:\r\n" + ReadShortcut(link);
-    if (!Press(dialog, IDC_RESTORE) || !WaitUntil([&] { return !enabled(IDC_RESTORE); }) || !WaitIdle(dialog))
+    if (!lw.Click(IDC_RESTORE, [&] { return !lw.Enabled(IDC_RESTORE); }))
         return "Restore did not finish";
     report += "After Restore:\r\n" + ReadShortcut(link);
-    return Press(dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(dialog); }) ? nullptr : "Linkwright did not close";
+    return Press(lw.dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(lw.dialog); }) ? nullptr : "Linkwright did not close";
 }
-
-}  // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc == 8 && std::strcmp(argv[1], "shortcut") == 0)
+    if (argc == 8 && argv[1] == std::string("shortcut"))
         return WriteShortcut(argv[2], Shortcut{argv[3], argv[4], argv[5], argv[6], 0, argv[7][0] == '1'}) ? 0 : 1;
-    if (argc != 6 || std::strcmp(argv[1], "road") != 0)
+    if (argc != 6 || argv[1] != std::string("road"))
         return 2;
     std::string report;
     if (const char* failure = Road(argv[2], argv[3], argv[5], report))

@@ -3,14 +3,13 @@
 // that a check can read what an enhanced shortcut started, byte for byte.
 #include <windows.h>
 
-#include <cstdio>
+#include <fstream>
 #include <string>
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
     char path[MAX_PATH] = {};
     const std::string self(path, GetModuleFileNameA(nullptr, path, MAX_PATH));
-    FILE* log = std::fopen((self.substr(0, self.rfind('\\') + 1) + "Zelmar.log").c_str(), "ab");
-    const bool written = log && std::fprintf(log, "%s\r\n", GetCommandLineA()) > 0;
-    return log && std::fclose(log) == 0 && written ? 0 : 1;
+    std::ofstream log(self.substr(0, self.rfind('\\') + 1) + "Zelmar.log", std::ios::binary | std::ios::app);
+    return (log << GetCommandLineA() << "\r\n").flush() ? 0 : 1;
 }
