@@ -12,6 +12,7 @@
 #include <map>
 
 #include "platform/model/ShellLinkModel.h"
+#include "tests/chunks/ChunkBytes.h"
 #include "text/Allocation.h"
 
 namespace {
@@ -120,19 +121,13 @@ protected:
         EXPECT_EQ(0, lost + torn + stray);
     }
 
-    std::string ProfileBytes(const char* name)
-    {
-        WriteProfile(name);
-        return ReadProgramFile(std::string("Profiles/") + name + ".idprof");
-    }
-
     const LinkFile plain{"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
     std::vector<std::string> links;
 };
 
 TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
 {
-    const std::string wheel = ProfileBytes("Wheel"), yoke = ProfileBytes("Yoke");
+    const std::string wheel = Profile("Wheel"), yoke = Profile("Yoke");
     links = {"C:\\Links\\Race.lnk"};
     const Scenario road{[&] {
                             Fresh();
@@ -168,7 +163,7 @@ TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
 // A shortcut left enhanced once the list files are gone can no longer be put back.
 TEST_F(AllocationSweep, RestoreAllLosesNoShortcut)
 {
-    const std::string yoke = ProfileBytes("Yoke");
+    const std::string yoke = Profile("Yoke");
     std::string list;
     for (int i = 0; i < 10; ++i) {
         links.push_back("C:\\Links\\s" + std::to_string(i) + ".lnk");

@@ -6,8 +6,8 @@
 #include <iterator>
 #include <random>
 
-#include "chunks/EventProfile.h"
 #include "platform/Files.h"
+#include "tests/chunks/ChunkBytes.h"
 
 namespace fs = std::filesystem;
 
@@ -60,14 +60,7 @@ void AppFixture::RemoveProgramFile(const std::string& relative) const
 
 void AppFixture::WriteProfile(const std::string& name) const
 {
-    CTextString bytes(0);
-    CEventProfile profile;
-    ASSERT_TRUE(profile.BeginMemory(bytes) && profile.OpenGroup(CEventProfile::TypeGroupId) &&
-                profile.WriteLeaf(CTextString("EventProfile")) && profile.CloseGroup() &&
-                profile.OpenGroup(CEventProfile::NameGroupId) && profile.WriteLeaf(CTextString(name.c_str())) &&
-                profile.Close());
-    WriteProgramFile("Profiles/" + name + ".idprof",
-                     std::string(bytes.Text(), static_cast<std::size_t>(bytes.Length())));
+    WriteProgramFile("Profiles/" + name + ".idprof", Profile(name));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
