@@ -29,28 +29,25 @@ extern "C" ssize_t write(int descriptor, const void* bytes, size_t n)
 TEST_F(FilesFixture, ChunkWriterFailures)
 {
     auto header = [](std::uint32_t id) { return Be16(1) + Be32(0) + Be32(id) + Be32(0); };   // as first written
-    const struct {
-        const char* what;
-        long leafWrite, closeWrite;   // the write that fails, counted from WriteLeaf and from Close
-        std::string tmp;
-    } rows[] = {
+    // What, the write that fails counted from WriteLeaf and from Close, and the .tmp twin.
+    const std::tuple<const char*, long, long, std::string> rows[] = {
         {"leaf", 1, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 0, ""))))},
         {"group 3", 0, 1, Group(0, 1, Group(1, 1, Group(2, 1, header(3) + Leaf("abc"))))},
         {"group 2", 0, 6, Group(0, 1, Group(1, 1, header(2) + Group(3, 1, Leaf("abc"))))},
         {"root", 0, 13, header(0) + Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc"))))},
         {"copy", 0, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
     };
-    for (const auto& row : rows) {
-        WriteFile(row.closeWrite + row.leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
+    for (const auto& [what, leafWrite, closeWrite, tmp] : rows) {
+        WriteFile(closeWrite + leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
         CChunkFile file;
         ASSERT_TRUE(file.BeginFile(Full("m.chk").c_str()) && file.OpenGroup(1) && file.OpenGroup(2) && file.OpenGroup(3));
-        g_failingWrite = row.leafWrite;
-        EXPECT_EQ(file.WriteLeaf("abc", 3), row.leafWrite == 0) << row.what;
-        g_failingWrite = row.closeWrite;
-        EXPECT_FALSE(file.Close()) << row.what;
+        g_failingWrite = leafWrite;
+        EXPECT_EQ(file.WriteLeaf("abc", 3), leafWrite == 0) << what;
+        g_failingWrite = closeWrite;
+        EXPECT_FALSE(file.Close()) << what;
         g_failingWrite = 0;
-        EXPECT_EQ(ReadFile("m.chk.tmp"), "XFF" + Be16(1) + row.tmp) << row.what;
-        EXPECT_EQ(std::filesystem::is_directory("m.chk") ? "folder" : ReadFile("m.chk"), row.closeWrite + row.leafWrite ? "old" : "folder");
+        EXPECT_EQ(ReadFile("m.chk.tmp"), "XFF" + Be16(1) + tmp) << what;
+        EXPECT_EQ(std::filesystem::is_directory("m.chk") ? "folder" : ReadFile("m.chk"), closeWrite + leafWrite ? "old" : "folder");
         std::filesystem::remove_all("m.chk");
     }
 }

@@ -68,15 +68,10 @@ TEST_F(FilesFixture, ChunkReader)
     const std::string good = "XFF" + Be16(1) + Group(0, 1, Group(2, 1, Leaf("data")));
     const std::string groups = Leaf(Be32(5)) + Group(9, 1, Group(4, 0, "")) + Leaf("", 0) + Group(5, 1, Leaf("first")) +
                                Group(5, 1, Leaf("second")) + std::string(24, '\0');   // four empty leaves more
-    const struct {
-        const char* what;
-        std::string bytes;   // "?": no file
-        std::string twin;    // a .tmp twin beside it, "": none; "=": taken over, so the file holds it
-        bool opens;
-        std::uint32_t group;
-        bool groupOpens;
-        std::string leaf;   // leaf 0 of the group, or of the root when the group stayed shut; "-": none
-    } rows[] = {
+    // What, the file's bytes ("?": no file), its .tmp twin ("": none; "=": taken over, so the
+    // file holds it), whether it opens, a group and whether it opens, and leaf 0 of the group,
+    // or of the root when the group stayed shut ("-": none).
+    const std::tuple<const char*, std::string, std::string, bool, std::uint32_t, bool, std::string> rows[] = {
         {"inside the root header", good.substr(0, 12), "", false, 2, false, "-"},
         {"wrong signature", "YFF" + good.substr(3), "", false, 2, false, "-"},
         {"root a leaf", "XFF" + Be16(1) + Leaf(std::string(8, '\0')), "", false, 2, false, "-"},
@@ -94,21 +89,21 @@ TEST_F(FilesFixture, ChunkReader)
         {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 9, groups), "", true, 5, true, "first"},
         {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 9, groups), good, true, 4, false, Be32(5)},
     };
-    for (const auto& row : rows) {
-        const bool takenOver = !row.twin.empty() && row.twin[0] == '=';
-        for (const auto& [name, bytes] : {std::pair{"d.chk", row.bytes}, {"d.chk.tmp", row.twin.empty() ? "?" : row.twin.substr(takenOver)}}) {
+    for (const auto& [what, bytes, twin, opens, group, groupOpens, leafZero] : rows) {
+        const bool takenOver = !twin.empty() && twin[0] == '=';
+        for (const auto& [name, written] : {std::pair{"d.chk", bytes}, {"d.chk.tmp", twin.empty() ? "?" : twin.substr(takenOver)}}) {
             std::filesystem::remove(name);
-            if (bytes != "?")
-                WriteFile(name, bytes);
+            if (written != "?")
+                WriteFile(name, written);
         }
         CChunkFile file;
         CTextString leaf(0);
-        EXPECT_EQ(file.Open(Full("d.chk").c_str()), row.opens) << row.what;
-        EXPECT_EQ(ReadFile("d.chk") + "|" + ReadFile("d.chk.tmp"), takenOver ? row.twin.substr(1) + "|" : row.bytes + "|" + row.twin);
-        EXPECT_EQ(file.OpenGroup(row.group), row.groupOpens) << row.what;
-        EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", row.leaf) << row.what;
-        EXPECT_FALSE(file.ReadLeaf(row.opens ? file.CurrentGroup()->childCount : 0, leaf)) << row.what;
-        EXPECT_EQ(file.CloseGroup() && file.IsOpen() && file.Close(), row.groupOpens) << row.what;   // back in the root, or closed
+        EXPECT_EQ(file.Open(Full("d.chk").c_str()), opens) << what;
+        EXPECT_EQ(ReadFile("d.chk") + "|" + ReadFile("d.chk.tmp"), takenOver ? twin.substr(1) + "|" : bytes + "|" + twin) << what;
+        EXPECT_EQ(file.OpenGroup(group), groupOpens) << what;
+        EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", leafZero) << what;
+        EXPECT_FALSE(file.ReadLeaf(opens ? file.CurrentGroup()->childCount : 0, leaf)) << what;
+        EXPECT_EQ(file.CloseGroup() && file.IsOpen() && file.Close(), groupOpens) << what;   // back in the root, or closed
     }
     CChunkFile file;
     CTextString leaf(0);
@@ -154,6 +149,7 @@ TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
     ASSERT_TRUE(InsertEntry(list, CTextString("stale")));
     EXPECT_TRUE(profile.ListProfiles(list) && list.IsEmpty());
     OverrideProgramPath(Full("Linkwright.exe").c_str());
+    EXPECT_EQ(Bytes(ModulePath(nullptr)) + "|" + Bytes(ModuleFolder(nullptr)), Full("Linkwright.exe") + "|" + base);
     for (const char* name : {"a.idprof", "B.IDPROF", "c.idprof", "junk.idprof", "d.idprof.tmp", "e.txt", "sub/f.idprof"})
         WriteFile(std::string("Profiles/") + name, name[0] == 'j' ? "junk" : Profile(name[0] == 'c' ? "Yoke" : "Wheel"));
     EXPECT_TRUE(profile.ListProfiles(list));
