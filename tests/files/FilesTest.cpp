@@ -31,8 +31,8 @@ TEST_F(FilesFixture, PathHelpers)
     EXPECT_TRUE(GetFileFacts(Full("f.*").c_str(), &facts) && GetFileSize64(Full("f.txt").c_str(), &size));
     EXPECT_EQ(facts.sizeLow + facts.sizeHigh + (facts.attributes & AttributeDirectory) + size, 10u);
     EXPECT_TRUE(GetFileFacts(Full("d").c_str(), &facts) && (facts.attributes & AttributeDirectory));
-    EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size) || GetFileFacts(base.c_str(), nullptr));
-    EXPECT_EQ(facts.valid, FactsComplete);
+    EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size) || GetFileFacts(base.c_str(), nullptr) ||
+                 PathExists(nullptr));
 
     EXPECT_TRUE(WriteWholeFile(Full("w").c_str(), Make(std::string("a\0b", 3))) && WriteWholeFile(Full("e").c_str(), Make("")));
     EXPECT_EQ(ReadFile("w") + "|" + ReadFile("e"), std::string("a\0b|", 4));
@@ -90,8 +90,8 @@ TEST_F(FilesFixture, WalkerRows)
             const std::size_t cut = name.rfind('\\');   // a folder comes ahead of what it holds
             EXPECT_TRUE(!(flags & WalkFolders) || cut == std::string::npos ||
                         order.find(" " + name.substr(0, cut) + "/") != std::string::npos);
-            order += " " + name + (entry.isFolder ? "/" : "");
-            walked.insert(name + (entry.isFolder ? "/" : "") +
+            order += " " + name + (entry.isFolder == 1 ? "/" : "");
+            walked.insert(name + (entry.isFolder == 1 ? "/" : "") +
                           (entry.factsValid == 1 ? ":" + std::to_string(entry.facts.sizeLow * !entry.isFolder) : ""));
         }
         std::string walk = shown(Bytes(walker.Root()));
@@ -111,6 +111,10 @@ TEST_F(FilesFixture, WindowedFileReads)
     WriteFile("w.bin", bytes);
     WriteFile("empty", "");
     CWindowedFile file(Full("w.bin").c_str());
+    CTextString out(0);
+    std::uint16_t word = 0, word2 = 0;
+    std::uint32_t value = 0, low = 0, high = 1;
+    EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);   // asked by name, open or not
     ASSERT_TRUE(file.Open(false));
     // Each read, and where the window starts afterwards: forward moves start at the byte,
     // backward ones half a window before it; a failed read keeps the window.
@@ -122,24 +126,23 @@ TEST_F(FilesFixture, WindowedFileReads)
         EXPECT_EQ(i % 2 ? file.ReadByte(at) : file.ReadByte(static_cast<std::uint32_t>(at)), expected) << at;
         EXPECT_EQ(file.WindowStart(), reads[i][1]) << at;
     }
-    CTextString out(0);
-    std::uint16_t word = 0;
-    std::uint32_t value = 0, low = 0, high = 1;
-    EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 140000) && Bytes(out) == bytes.substr(131070, 140000));
     EXPECT_TRUE(!file.Read(out, std::uint32_t{299998}, 5) && Bytes(out) == bytes.substr(299998));
-    EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{131071}) && file.ReadBigEndian32(&value, std::uint64_t{196605}));
-    EXPECT_EQ(Be16(word) + Be32(value), bytes.substr(131071, 2) + bytes.substr(196605, 4));
-    EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian32(&value, std::uint64_t{299997}));
-    EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
+    EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 140000) && Bytes(out) == bytes.substr(131070, 140000));
+    EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{0}) && file.ReadBigEndian16(&word2, std::uint64_t{131071}) &&
+                file.ReadBigEndian32(&value, std::uint64_t{196605}));
+    EXPECT_EQ(Be16(word) + Be16(word2) + Be32(value), bytes.substr(0, 2) + bytes.substr(131071, 2) + bytes.substr(196605, 4));
+    EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian16(&word, std::uint32_t{299999}) ||
+                 file.ReadBigEndian32(&value, std::uint64_t{299997}));
     const std::uint64_t window = file.WindowStart();
     EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes && file.WindowStart() == window);
-    EXPECT_TRUE(file.Close() && file.Close());
+    EXPECT_TRUE(file.Close() && file.Close() && file.WindowStart() == ~std::uint64_t{0} && file.WindowLast() == 0);
     EXPECT_EQ(file.ReadByte(std::uint64_t{0}) + file.ReadByte(std::uint32_t{0}), -2);
     EXPECT_FALSE(file.ReadAll(out));
 
     ASSERT_TRUE(file.Open(true));   // whole-file mode
     EXPECT_EQ(file.ReadByte(std::uint32_t{299999}) + file.ReadByte(std::uint64_t{300000}), (bytes[299999] & 0xFF) - 1);
-    EXPECT_TRUE(file.Read(out, std::uint32_t{5}, 3) && Bytes(out) == bytes.substr(5, 3));
+    EXPECT_TRUE(file.Read(out, std::uint32_t{0}, 3) && Bytes(out) == bytes.substr(0, 3));
+    EXPECT_TRUE(!file.Read(out, std::uint64_t{299998}, 5) && Bytes(out) == bytes.substr(299998));
     EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);
 
     EXPECT_TRUE(file.LoadWhole(Full("w.bin").c_str(), out) && Bytes(out) == bytes && file.ReadByte(std::uint32_t{0}) < 0);
@@ -149,5 +152,6 @@ TEST_F(FilesFixture, WindowedFileReads)
     FailAllocation(1);   // the window
     EXPECT_FALSE(file.Open(false));
     FailAllocation(0);
-    EXPECT_FALSE(CWindowedFile(nullptr).Open(false));
+    EXPECT_FALSE(CWindowedFile(nullptr).Open(false) || CWindowedFile(Full("none").c_str()).Open(false) ||
+                 CWindowedFile(Full("none").c_str()).Size(&low, nullptr));
 }
