@@ -149,8 +149,11 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_TRUE(file.LoadWhole(Full("empty").c_str(), out) && out.IsEmpty());
     EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
     EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
-    FailAllocation(1);   // the window
+    file.name.Assign(Full("w.bin").c_str());
+    FailAllocation(1);   // the window, then the image
     EXPECT_FALSE(file.Open(false));
+    FailAllocation(2);
+    EXPECT_TRUE(!file.Open(true) && file.ReadByte(std::uint32_t{0}) < 0);
     FailAllocation(0);
     EXPECT_FALSE(CWindowedFile(nullptr).Open(false) || CWindowedFile(Full("none").c_str()).Open(false) ||
                  CWindowedFile(Full("none").c_str()).Size(&low, nullptr));
