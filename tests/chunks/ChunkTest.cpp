@@ -55,7 +55,7 @@ TEST_F(FilesFixture, ChunkWriter)
         {
             CChunkFile file;
             FailAllocation(nth);
-            opened += file.BeginFile(Full("p.chk").c_str()) ? (file.OpenGroup(7) ? '+' : '=') : file.IsOpen() ? '?' : '-';
+            opened += file.BeginFile(Full("p.chk").c_str()) ? (file.OpenGroup(7) ? '+' : file.IsOpen() ? '?' : '=') : file.IsOpen() ? '?' : '-';
             FailAllocation(0);
         }
         opened += ReadFile("p.chk")[0];

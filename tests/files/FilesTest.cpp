@@ -128,9 +128,9 @@ TEST_F(FilesFixture, WindowedFileReads)
     }
     EXPECT_TRUE(!file.Read(out, std::uint32_t{299998}, 5) && Bytes(out) == bytes.substr(299998));
     EXPECT_TRUE(file.Read(out, std::uint64_t{131070}, 140000) && Bytes(out) == bytes.substr(131070, 140000));
-    EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{0}) && file.ReadBigEndian16(&word2, std::uint64_t{131071}) &&
+    EXPECT_TRUE(file.ReadBigEndian16(&word, std::uint32_t{328}) && file.ReadBigEndian16(&word2, std::uint64_t{131071}) &&
                 file.ReadBigEndian32(&value, std::uint64_t{196605}));
-    EXPECT_EQ(Be16(word) + Be16(word2) + Be32(value), bytes.substr(0, 2) + bytes.substr(131071, 2) + bytes.substr(196605, 4));
+    EXPECT_EQ(Be16(word) + Be16(word2) + Be32(value), bytes.substr(328, 2) + bytes.substr(131071, 2) + bytes.substr(196605, 4));
     EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian16(&word, std::uint32_t{299999}) ||
                  file.ReadBigEndian32(&value, std::uint64_t{299997}));
     const std::uint64_t window = file.WindowStart();
