@@ -86,6 +86,7 @@ TEST_F(FilesFixture, ChunkReader)
         {"damaged, a twin", "XFF" + Be16(1) + Group(0, 9, ""), "=" + good, true, 2, true, "data"},
         {"damaged, a damaged twin", "XF", "=X", false, 2, false, "-"},
         {"healthy, a twin", good, "XF", true, 2, true, "data"},
+        {"four children, no group", "XFF" + Be16(1) + Group(0, 4, std::string(24, '\0')), "", true, 7, false, ""},
         {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 9, groups), "", true, 5, true, "first"},
         {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 9, groups), good, true, 4, false, Be32(5)},
     };
