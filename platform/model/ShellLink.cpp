@@ -4,6 +4,7 @@
 
 #include "platform/model/ShellLinkModel.h"
 
+#include <array>
 #include <map>
 
 #include "platform/model/DialogModel.h"
@@ -12,6 +13,7 @@
 // Both interfaces of one stand-in object point at the same record, as COM's do.
 struct ShellLinkInterface {
     ShellLinkModel::LinkFile current;
+    std::array<std::u16string, 4> wide;   // by LinkText; empty: the single-byte text widened
     int references = 0;
 };
 
@@ -20,6 +22,7 @@ namespace {
 
 struct Store {
     std::map<std::string, LinkFile> files;
+    std::map<std::string, std::array<std::u16string, 4>> wide;
     std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
     int liveObjects = 0;
@@ -60,7 +63,7 @@ ShellResult Set(Step step, const char* name, ShellLinkInterface* link, LinkText 
     if (const ShellResult failed = Record(step, name + std::string(" ") + value))
         return failed;
     Field(link->current, which) = value;
-    link->current.wide[which].clear();
+    link->wide[which].clear();
     return ShellOk;
 }
 
@@ -84,7 +87,7 @@ bool LinkFile::operator==(const LinkFile& other) const
 }
 
 // Objects still alive stay counted.
-void Reset() { TheStore() = Store{{}, {}, {}, TheStore().liveObjects}; }
+void Reset() { TheStore() = Store{{}, {}, {}, {}, TheStore().liveObjects}; }
 
 std::string Wide(const std::string& path)
 {
@@ -96,7 +99,7 @@ std::string Wide(const std::string& path)
 
 void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath] = file; }
 
-void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().files[path].wide[text] = units; }
+void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().wide[path][text] = units; }
 
 LinkFile GetFile(const std::string& widePath) { return TheStore().files[widePath]; }
 
@@ -115,7 +118,7 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
     *link = nullptr;
     if (const ShellResult failed = Record(StepCreate, "Create"))
         return failed;
-    *link = new ShellLinkInterface{LinkFile(), 1};
+    *link = new ShellLinkInterface{LinkFile(), {}, 1};
     ++TheStore().liveObjects;
     return ShellOk;
 }
@@ -142,6 +145,7 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
     if (found == TheStore().files.end())
         return NotFound;
     ObjectOf(file)->current = found->second;
+    ObjectOf(file)->wide = TheStore().wide[found->first];
     return ShellOk;
 }
 
@@ -150,6 +154,7 @@ ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath
     if (const ShellResult failed = Record(StepSave, "Save"))
         return failed;
     TheStore().files[Key(widePath)] = ObjectOf(file)->current;
+    TheStore().wide[Key(widePath)] = ObjectOf(file)->wide;
     ++TheStore().saves[Key(widePath)];
     return ShellOk;
 }
@@ -183,7 +188,7 @@ ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int 
 // Not recorded among the calls: it reads what the single-byte reads already did.
 ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)
 {
-    const std::u16string& units = link->current.wide[which];
+    const std::u16string& units = link->wide[which];
     if (units.empty())
         return WidenByCodePage(CTextString(Field(link->current, which).c_str()), wide) ? ShellOk : Failed;
     wide.MakeEmpty();

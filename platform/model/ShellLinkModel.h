@@ -26,10 +26,7 @@ struct LinkFile {
     std::string iconPath;
     std::int32_t iconIndex = 0;
     std::string description;   // never set through the interface; shows what a save keeps
-    // By LinkText, what the wide interface reads where the text holds characters the code
-    // page cannot; empty: the single-byte text widened. A Set call drops it.
-    std::u16string wide[4];
-    bool operator==(const LinkFile& other) const;   // the wide readings aside
+    bool operator==(const LinkFile& other) const;
 };
 
 enum Step {
@@ -48,7 +45,9 @@ void Reset();
 std::string Wide(const std::string& path);
 
 void PutFile(const std::string& widePath, const LinkFile& file);
-// Sets a wide reading of the stored file (see LinkFile::wide).
+// What the wide interface reads of a text of the stored file, where it holds characters the
+// code page cannot: without one it reads the single-byte text widened. A Set call on a
+// loaded object drops it; a save stores the object's.
 void PutWide(const std::string& widePath, LinkText which, const std::u16string& units);
 LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
 int SaveCount(const std::string& widePath);      // how many times SaveLinkFile wrote it
