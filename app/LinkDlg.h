@@ -83,8 +83,8 @@ public:
     FontHandle m_nameFont;      // owned
     bool m_isEnhanced;
     bool m_restoringAll;
-    bool m_listWhole;
-    bool m_quoteCharsWhole;   // ReadQuoteChars read the file whole (or found none)   // LoadList read every entry of ShortcutList (or found none to read)
+    bool m_listWhole;         // LoadList read every entry of ShortcutList (or found none to read)
+    bool m_quoteCharsWhole;   // ReadQuoteChars read the file whole (or found none)
     CTextString m_parentPath;
     CTextString m_target;
     CTextString m_targetDir;

@@ -4,6 +4,8 @@
 
 #include "app/LinkDlg.h"
 
+#include <algorithm>
+
 #include "app/Resource.h"
 #include "files/Paths.h"
 #include "shortcuts/ArgumentLine.h"
@@ -54,7 +56,7 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
     const CTextString& linkTarget = m_dropTarget.m_linkTarget;
     const CTextString programPath = ModulePath(nullptr);
     const CTextString targetEnd = linkTarget.Right(ParentNameLength);
-    const int endLength = linkTarget.Length() < ParentNameLength ? linkTarget.Length() : ParentNameLength;
+    const int endLength = std::min(linkTarget.Length(), ParentNameLength);
     if (programPath.IsEmpty() || targetEnd.Length() != endLength)
         return NotLoaded(*this);
     bool editable = false;

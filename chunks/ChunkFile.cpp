@@ -6,8 +6,6 @@
 #include "files/Paths.h"
 #include "text/Allocation.h"
 
-#include <cstring>
-
 CChunkGroup::CChunkGroup(const CChunkGroup& other)
     : CChunkHeader(other), id(other.id), childCount(other.childCount), children(nullptr), keptChildren(0),
       childRoom(0)
@@ -126,10 +124,8 @@ bool CChunkFile::Open(const char* path)
     if (isOpen)
         return true;
     outOfMemory = false;
-    fileName.Assign(path);
-    reader.name.Assign(fileName);
     // A name cut short would open, or replace, another file.
-    if (fileName.Length() != static_cast<int>(std::strlen(path)) || reader.name.Length() != fileName.Length())
+    if (!AssignWhole(fileName, path) || !AssignWhole(reader.name, fileName))
         return false;
     if (!reader.Open(false) && (PathExists(fileName.Text()) || !Recover()))
         return false;

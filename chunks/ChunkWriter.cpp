@@ -5,15 +5,12 @@
 
 #include "chunks/ChunkFile.h"
 
-#include <cstring>
-
 bool CChunkFile::BeginFile(const char* path)
 {
     if (isOpen)
         return false;
     // A name cut short would write, and then replace, another file.
-    fileName.Assign(path);
-    if (fileName.Length() != static_cast<int>(std::strlen(path)))
+    if (!AssignWhole(fileName, path))
         return false;
     CTextString target = replaceOnClose ? fileName.Concat(".tmp") : CTextString(fileName);
     writeHandle = CreateFileForWriting(target.Text());

@@ -59,11 +59,11 @@ bool CEventProfile::ListProfiles(CChain<CTextString>& list)
     list.Clear();
     // A folder or pattern cut short would search elsewhere: then nothing is searched.
     const CTextString programFolder = ModuleFolder(nullptr);
-    const CTextString folder = programFolder.Concat("\\Profiles");
     const CTextString extension = GetExtension();
-    const CTextString pattern = CTextString("*").Concat(extension);
-    if (programFolder.IsEmpty() || folder.Length() != programFolder.Length() + 9 || extension.IsEmpty() ||
-        pattern.Length() != extension.Length() + 1)
+    CTextString folder(0);
+    CTextString pattern(0);
+    if (programFolder.IsEmpty() || extension.IsEmpty() || !AssignWhole(folder, programFolder) ||
+        !AppendWhole(folder, "\\Profiles") || !AssignWhole(pattern, "*") || !AppendWhole(pattern, extension))
         return true;
 
     CFileWalker walker(WalkFiles | WalkFullNames, pattern.Text(), folder.Text(), nullptr, false);

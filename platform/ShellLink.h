@@ -6,8 +6,9 @@
 //
 // Every call answers a result: 0 for success, and anything else (an HRESULT on Windows),
 // S_FALSE included, for failure. Text goes in and out single-byte, as the "A" interface
-// takes it, except the wide reads below and the shortcut's own path, which is always given in wide path form: a
-// CTextString holding UTF-16 units, low byte first, and one zero byte behind them.
+// takes it, except the wide reads below and the shortcut's own path, which is always given
+// in wide path form: a CTextString holding UTF-16 units, low byte first, and one zero byte
+// behind them.
 //
 // The object is reached through the two pointers below, each one reference of its own that
 // the holder gives back with the matching Release call. Nothing here throws or allocates

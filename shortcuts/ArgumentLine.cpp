@@ -2,9 +2,6 @@
 
 #include "shortcuts/ArgumentLine.h"
 
-#include <cctype>
-#include <cstring>
-
 namespace {
 
 const char Quote = '"';
@@ -33,8 +30,8 @@ KeyIndex KeyOf(const CTextString& token)
     for (int k = ProfileIndex; k < NoKey; ++k) {
         int i = 0;
         while (i < Keys[k].length && i < token.Length() &&
-               std::tolower(static_cast<unsigned char>(token.Text()[i])) ==
-                   std::tolower(static_cast<unsigned char>(Keys[k].text[i])))
+               FoldCase(static_cast<unsigned char>(token.Text()[i])) ==
+                   FoldCase(static_cast<unsigned char>(Keys[k].text[i])))
             ++i;
         if (i == Keys[k].length)
             return static_cast<KeyIndex>(k);
@@ -45,20 +42,12 @@ KeyIndex KeyOf(const CTextString& token)
 // False when the line did not grow by the whole item.
 bool AppendItem(CTextString& line, const char* key, const CTextString& value)
 {
-    const int before = line.Length();
-    const int keyLength = static_cast<int>(std::strlen(key));
-    line.Append(key);
-    line.AppendChar(Quote);
-    line.Append(value);
-    line.AppendChar(Quote);
-    return line.Length() == before + keyLength + value.Length() + 2;
+    return AppendWhole(line, key) && AppendWhole(line, "\"") && AppendWhole(line, value) && AppendWhole(line, "\"");
 }
 
 bool AppendSpacedItem(CTextString& line, const char* key, const CTextString& value)
 {
-    const int before = line.Length();
-    line.AppendChar(' ');
-    return line.Length() == before + 1 && AppendItem(line, key, value);
+    return AppendWhole(line, " ") && AppendItem(line, key, value);
 }
 
 }  // namespace

@@ -5,22 +5,17 @@
 #include "files/Paths.h"
 #include "files/WindowedFile.h"
 
-#include <cstring>
-
 namespace {
 
 // Empty when the folder is unknown or the path could not be had whole: a path cut short
 // would name a file elsewhere, at worst at the root of the drive.
 CTextString FileIn(const CTextString& programFolder, const char* name)
 {
+    CTextString path(0);
     if (programFolder.IsEmpty())
-        return CTextString(0);
+        return path;
     const bool endsInBackslash = programFolder.Text()[programFolder.Length() - 1] == '\\';
-    const int expected = programFolder.Length() + (endsInBackslash ? 0 : 1) + static_cast<int>(std::strlen(name));
-    CTextString path(programFolder);
-    EnsureBackslash(path);
-    path.Append(name);
-    if (path.Length() != expected)
+    if (!AssignWhole(path, programFolder) || (!endsInBackslash && !AppendWhole(path, "\\")) || !AppendWhole(path, name))
         path.MakeEmpty();
     return path;
 }
@@ -39,8 +34,8 @@ bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextS
     for (CChainNode<CTextString>* node = shortcuts.Head(); node && whole; node = node->next) {
         if (node == leaveOut)
             continue;
-        CTextString shown(*node->payload);
-        whole = shown.Length() == node->payload->Length();
+        CTextString shown(0);
+        whole = AssignWhole(shown, *node->payload);
         shown.CollapseWide();
         whole = whole && AppendWhole(report, "\r\n") && AppendWhole(report, shown);
     }

@@ -455,10 +455,15 @@ void Trim(CTextString& text, unsigned char low, unsigned char high)
     TrimRight(text, low, high);
 }
 
+unsigned char FoldCase(unsigned char ch)
+{
+    return g_fold.map[ch];
+}
+
 // The letters are the bytes that fold to an upper-case one.
 bool IsLetter(unsigned char ch)
 {
-    return g_fold.map[ch] >= 0x41 && g_fold.map[ch] <= 0x5A;
+    return FoldCase(ch) >= 0x41 && FoldCase(ch) <= 0x5A;
 }
 
 bool AssignWhole(CTextString& to, const CTextString& from)

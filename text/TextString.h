@@ -112,6 +112,8 @@ private:
 void TrimLeft(CTextString& text, unsigned char low, unsigned char high);
 void TrimRight(CTextString& text, unsigned char low, unsigned char high);
 void Trim(CTextString& text, unsigned char low, unsigned char high);
+// The system's one case fold: ASCII lower case to upper case, every other byte as it is.
+unsigned char FoldCase(unsigned char ch);
 bool IsLetter(unsigned char ch);
 
 // Assign and Append that tell whether all of the text went in: false when memory failed and
