@@ -33,9 +33,9 @@ std::string Joined(const Lines& lines)
 // written under QuoteChars.txt's quotes, message boxes). An icon is shown unless its file
 // has none (0) or is no icon file (1); the one shown before is destroyed then. Save and
 // Restore keep the data, so a shortcut is saved twice, and again after a Restore, without
-// being dropped anew. A shortcut holding characters beyond the code page, in any of its
-// texts, is refused at the drop; a line too long to be read back is refused at Save, which
-// stays on; neither writes.
+// being dropped anew; a list read cut short is read again first. A shortcut holding
+// characters beyond the code page, in any of its texts, is refused at the drop; a line too
+// long to be read back is refused at Save, which stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
     const std::pair<const char*, LinkFile> links[] = {
@@ -79,6 +79,9 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     auto remove = [&](std::vector<int> rows) { return pick(IDC_SELECTED_LIST, rows); };
     auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
     auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
+    auto reread = [](Act then) -> Act {   // after a list read cut short
+        return [=](CLinkDlg& d, CModelWindow& w) { d.m_listWhole = false; then(d, w); };
+    };
     const std::string race = "C:\\Games\\race.exe|C:\\Games|-f <a b>|", save = "SetArguments profile=";
     const std::string aaa(16313, 'a'), longOne = "C:\\Games\\race.exe|C:\\Games|" + aaa + "|";   // 16,383 bytes with Beta
     const std::tuple<Act, const char*, std::string, Lines> steps[] = {
@@ -87,11 +90,11 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {add(2), Picking, race + "Gamma|Gamma|Race|0", {}},
         {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
         {add(0), Picking, race + "Gamma,Alpha|Alpha,Gamma|Race|0", {}},
-        {press(IDOK), Enhanced, race + "Gamma,Alpha|Alpha,Gamma|Race|1", {save + "\"Gamma\" profile=\"Alpha\"" + Line}},
+        {reread(press(IDOK)), Enhanced, race + "Gamma,Alpha|Alpha,Gamma|Race|1", {save + "\"Gamma\" profile=\"Alpha\"" + Line}},
         {add(1), Edited, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1", {}},
         {press(IDOK), Enhanced, race + "Gamma,Alpha,Beta|Alpha,Beta,Gamma|Race|1",
          {save + "\"Gamma\" profile=\"Alpha\" profile=\"Beta\"" + Line}},
-        {press(IDC_RESTORE), Plain, race + "||Race|0", {"SetArguments -f \"a b\""}},
+        {reread(press(IDC_RESTORE)), Plain, race + "||Race|0", {"SetArguments -f \"a b\""}},
         {add(1), Picking, race + "Beta|Beta|Race|0", {}},
         {press(IDOK), Enhanced, race + "Beta|Beta|Race|1", {save + "\"Beta\"" + Line}},
         {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x71", "Redraw"}},

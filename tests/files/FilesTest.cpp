@@ -46,8 +46,10 @@ TEST_F(FilesFixture, WalkerRows)
     for (const char* file : {"a.txt", "bb.dat", "sub/c.txt", "sub/deep/d.txt", "dir.txt/g.txt", "dir.txt/f.dat"})
         WriteFile(file, file);
     const std::string full = base + "\\";
-    // With each allocation failed in turn, a name cut short is never delivered; each walk is
-    // given up inside a folder's search, which must end with the walker for the walks below.
+    // With each allocation failed in turn, a name cut short is never delivered, nor is a
+    // walk of another folder (the current one is elsewhere); each walk is given up inside a
+    // folder's search, which must end with the walker for the walks below.
+    std::filesystem::current_path(folder.parent_path());
     for (long nth = 1; nth <= 80; ++nth) {
         CFileWalker failing(WalkFiles | WalkFolders | WalkRecurse | WalkFullNames | WalkFacts, nullptr, base.c_str(), nullptr, false);
         CWalkEntry fresh;
@@ -60,6 +62,7 @@ TEST_F(FilesFixture, WalkerRows)
             failing.Reset();
         EXPECT_FALSE(nth > 70 && (failing.PendingCount() || failing.Next(fresh)));
     }
+    std::filesystem::current_path(folder);
     // What each walk gives, sorted: the root, then each entry, "/" for a folder, ":" and the
     // size when its facts were had, "~" for this folder in full names.
     const std::tuple<std::uint32_t, const char*, std::string, const char*, bool, const char*> rows[] = {
