@@ -121,6 +121,9 @@ TEST_F(FilesFixture, WindowedFileReads)
         bytes[i] = static_cast<char>(i * 7 + i / 251);
     WriteFile("w.bin", bytes);
     WriteFile("empty", "");
+    WriteFile("one", "1");
+    WriteFile("big", "");
+    std::filesystem::resize_file(folder / "big", 0x600000001);   // sparse: 24 GiB and a byte
     CWindowedFile file(Full("w.bin").c_str());
     CTextString out(0);
     std::uint16_t word = 0, word2 = 0;
@@ -146,7 +149,8 @@ TEST_F(FilesFixture, WindowedFileReads)
                  file.ReadBigEndian32(&value, std::uint64_t{299997}));
     const std::uint64_t window = file.WindowStart();
     EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes && file.WindowStart() == window);
-    EXPECT_TRUE(file.Close() && file.Close() && file.WindowStart() == ~std::uint64_t{0} && file.WindowLast() == 0);
+    EXPECT_TRUE(file.Close() && file.Close() && file.LastError() == 0 && file.WindowStart() == ~std::uint64_t{0} &&
+                file.WindowLast() == 0);
     EXPECT_EQ(file.ReadByte(std::uint64_t{0}) + file.ReadByte(std::uint32_t{0}), -2);
     EXPECT_FALSE(file.ReadAll(out));
 
@@ -159,6 +163,9 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_TRUE(file.LoadWhole(Full("w.bin").c_str(), out) && Bytes(out) == bytes && file.ReadByte(std::uint32_t{0}) < 0);
     EXPECT_TRUE(file.LoadWhole(Full("empty").c_str(), out) && out.IsEmpty());
     EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
+    file.name.Assign(Full("one").c_str());
+    EXPECT_TRUE(file.Open(false) && file.WindowStart() + file.WindowLast() == 0);
+    EXPECT_TRUE(CWindowedFile(Full("big").c_str()).Size(&low, &high) && low == 1 && high == 6);
     EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
     file.name.Assign(Full("w.bin").c_str());
     FailAllocation(1);   // the window, then the image
