@@ -129,11 +129,12 @@ TEST_F(FilesFixture, WindowedFileReads)
     std::uint16_t word = 0, word2 = 0;
     std::uint32_t value = 0, low = 0, high = 1;
     EXPECT_TRUE(file.Size(&low, &high) && low == 300000 && high == 0);   // asked by name, open or not
-    ASSERT_TRUE(file.Open(false));
+    ASSERT_TRUE(file.Open(false) && file.LastError() == 0);
     // Each read, and where the window starts afterwards: forward moves start at the byte,
-    // backward ones half a window before it; a failed read keeps the window.
+    // backward ones half a window before it; a failed read, also one the file cannot seek
+    // to, keeps the window.
     const std::uint64_t reads[][2] = {{1, 0}, {0, 0}, {131071, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
-                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}, {300001, 299999}};
+                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}, {std::uint64_t{1} << 63, 299999}, {300001, 299999}};
     for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
         const std::uint64_t at = reads[i][0];
         const int expected = at < bytes.size() ? bytes[at] & 0xFF : -1;
@@ -147,8 +148,8 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_EQ(Be16(word) + Be16(word2) + Be32(value), bytes.substr(328, 2) + bytes.substr(131071, 2) + bytes.substr(196605, 4));
     EXPECT_FALSE(file.ReadBigEndian16(&word, std::uint64_t{299999}) || file.ReadBigEndian16(&word, std::uint32_t{299999}) ||
                  file.ReadBigEndian32(&value, std::uint64_t{299997}));
-    const std::uint64_t window = file.WindowStart();
-    EXPECT_TRUE(file.ReadAll(out) && Bytes(out) == bytes && file.WindowStart() == window);
+    const std::uint64_t window = file.WindowStart();   // its last byte is read from it
+    EXPECT_TRUE(file.Read(out, file.WindowLast(), 1) && file.ReadAll(out) && Bytes(out) == bytes && file.WindowStart() == window);
     EXPECT_TRUE(file.Close() && file.Close() && file.LastError() == 0 && file.WindowStart() == ~std::uint64_t{0} &&
                 file.WindowLast() == 0);
     EXPECT_EQ(file.ReadByte(std::uint64_t{0}) + file.ReadByte(std::uint32_t{0}), -2);
@@ -165,13 +166,21 @@ TEST_F(FilesFixture, WindowedFileReads)
     EXPECT_TRUE(file.Open(false) && file.ReadByte(std::uint64_t{0}) < 0 && file.Size(&low, nullptr) && low == 0);
     file.name.Assign(Full("one").c_str());
     EXPECT_TRUE(file.Open(false) && file.WindowStart() + file.WindowLast() == 0);
+    std::error_code kept;   // deleted while open, where the system allows it: it has no size to read
+    std::filesystem::remove(folder / "one", kept);
+    EXPECT_TRUE(kept || !file.ReadAll(out));
     EXPECT_TRUE(CWindowedFile(Full("big").c_str()).Size(&low, &high) && low == 1 && high == 6);
     EXPECT_FALSE(file.LoadWhole(Full("none").c_str(), out));
     file.name.Assign(Full("w.bin").c_str());
     FailAllocation(1);   // the window, then the image
     EXPECT_FALSE(file.Open(false));
     FailAllocation(2);
-    EXPECT_TRUE(!file.Open(true) && file.ReadByte(std::uint32_t{0}) < 0);
+    EXPECT_TRUE(!file.Open(true) && file.ReadByte(std::uint32_t{0}) < 0 && file.Open(false));
+    for (bool wide : {false, true}) {   // no memory for the bytes read
+        CTextString little(0);
+        FailAllocation(1);
+        EXPECT_FALSE(wide ? file.Read(little, std::uint64_t{0}, 100) : file.Read(little, std::uint32_t{0}, 100));
+    }
     FailAllocation(0);
     EXPECT_FALSE(CWindowedFile(nullptr).Open(false) || CWindowedFile(Full("none").c_str()).Open(false) ||
                  CWindowedFile(Full("none").c_str()).Size(&low, nullptr));
