@@ -139,13 +139,17 @@ TEST_F(AllocationSweep, TheRoadIsUndoableAtEveryStep)
                         },
                         [&](const std::function<void()>& step) {
                             CLinkDlg dialog;
-                            // A drop that could not load the shortcut says so; one refused
-                            // shows "no drop", which tells the user as a message box does.
+                            // A drop refused shows "no drop", which tells the user as a
+                            // message box does. One taken that could not load the shortcut
+                            // says so and keeps nothing of it.
                             auto drop = [&] {
                                 const std::size_t boxes = DialogModel().messageBoxes.size();
                                 if (!Drop(dialog, links[0]))
                                     DialogModel().messageBoxes.push_back("no drop");
-                                EXPECT_TRUE(dialog.IsItemEnabled(IDC_ADD) || DialogModel().messageBoxes.size() > boxes);
+                                else
+                                    EXPECT_TRUE(dialog.IsItemEnabled(IDC_ADD) ||
+                                                (DialogModel().messageBoxes.size() > boxes && dialog.m_selected.IsEmpty() &&
+                                                 dialog.m_target.IsEmpty() && dialog.m_targetDir.IsEmpty() && dialog.m_args.IsEmpty()));
                             };
                             Run(dialog, [&](CModelWindow& window) {
                                 step();
