@@ -13,7 +13,6 @@
 #include <wrl/client.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -70,9 +69,6 @@ inline POINT Centre(HWND window)
 
 // A program started by a check, ended when the object goes if it still runs.
 struct CRun {
-    CRun() = default;
-    CRun(const CRun&) = delete;
-    CRun& operator=(const CRun&) = delete;
     ~CRun()
     {
         if (m_process.hProcess && !WaitForEnd(0))
@@ -180,10 +176,7 @@ inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
     const HWND dialog = GetAncestor(target, GA_ROOT);
     if (GetForegroundWindow() != dialog)   // activated anew, it would move its focus
         SetForegroundWindow(dialog);
-    if (RestPointer(target, at))
-        return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
-    std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
-    return false;
+    return RestPointer(target, at) && SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
 }
 
 // A click on a push button; false if a person could not press it (hidden, disabled, a box up).
