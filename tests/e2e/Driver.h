@@ -346,16 +346,14 @@ inline std::string ReadShortcut(const std::string& path)
 {
     Shortcut facts;
     std::wstring text(32768, L'\0');
-    const auto got = [&](HRESULT hr) { return SUCCEEDED(hr) ? Utf8(text.c_str()) : "<unreadable>"; };
+    const auto got = [&](HRESULT hr, std::string& field) { field = Utf8(text.c_str()); return SUCCEEDED(hr); };
     // A shortcut without a file-system target answers S_FALSE and an empty path.
     const bool read = WithLink([&](IShellLinkW* link, IPersistFile* file) {
-        if (FAILED(file->Load(Wide(path).c_str(), STGM_READ)))
-            return false;
-        facts.target = got(link->GetPath(&text[0], 32768, nullptr, SLGP_RAWPATH));
-        facts.arguments = got(link->GetArguments(&text[0], 32768));
-        facts.folder = got(link->GetWorkingDirectory(&text[0], 32768));
-        facts.icon = got(link->GetIconLocation(&text[0], 32768, &facts.index));
-        return true;
+        return SUCCEEDED(file->Load(Wide(path).c_str(), STGM_READ))
+               && got(link->GetPath(&text[0], 32768, nullptr, SLGP_RAWPATH), facts.target)
+               && got(link->GetArguments(&text[0], 32768), facts.arguments)
+               && got(link->GetWorkingDirectory(&text[0], 32768), facts.folder)
+               && got(link->GetIconLocation(&text[0], 32768, &facts.index), facts.icon);
     });
     facts.readOnly = GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY;
     return read ? Describe(facts) : "<unreadable>";
