@@ -213,18 +213,6 @@ inline Names ComboEntries(HWND combo)
     return entries;
 }
 
-// Makes an entry of a combo box the current one from the keyboard: a click on the box's edit
-// part (all of it but the arrow), then an arrow key for each entry between the current one and it.
-[[nodiscard]] inline bool PickEntry(HWND combo, const std::string& text)
-{
-    const Names entries = ComboEntries(combo);
-    const LRESULT index = std::find(entries.begin(), entries.end(), text) - entries.begin();
-    const LRESULT now = Ask(combo, CB_GETCURSEL, 0, 0);
-    return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, Centre(combo))
-           && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::max(index - now, now - index))
-           && WaitUntil([&] { return Ask(combo, CB_GETCURSEL, 0, 0) == index; });
-}
-
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 // The hand of a drag: it carries the pointer from one point to the other in 8 rounds of the
@@ -296,9 +284,19 @@ struct Session {
     [[nodiscard]] bool Drop(const Names& names, const Condition& taken) { Drag(names); return Dropped(taken); }
     [[nodiscard]] bool Click(int id, const Condition& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
     [[nodiscard]] bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
+    // The profile made the combo box's current entry from the keyboard, as a person does: a click
+    // on the box's edit part (all of it but the arrow), then an arrow key for each entry between
+    // the current one and it. Then Add, which brings one more row.
     [[nodiscard]] bool Add(const std::string& profile)
     {
-        return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&, rows = Rows() + 1] { return Rows() == rows; });
+        const HWND combo = Control(IDC_PROFILE_COMBO);
+        const Names entries = ComboEntries(combo);
+        const LRESULT index = std::find(entries.begin(), entries.end(), profile) - entries.begin();
+        const LRESULT now = Ask(combo, CB_GETCURSEL, 0, 0);
+        return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, Centre(combo))
+               && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::max(index - now, now - index))
+               && WaitUntil([&] { return Ask(combo, CB_GETCURSEL, 0, 0) == index; })
+               && Click(IDC_ADD, [&, rows = Rows() + 1] { return Rows() == rows; });
     }
 
     HWND dialog = nullptr;
