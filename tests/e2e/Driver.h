@@ -93,11 +93,10 @@ struct CRun {
     {
         HWND found = nullptr;
         static_cast<void>(WaitUntil([&] {
-            for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, nullptr, nullptr));) {
+            for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, nullptr, nullptr));)
                 if (DWORD owner = 0; GetWindowThreadProcessId(window, &owner) && owner == m_process.dwProcessId
                                      && IsWindowVisible(window) && (title.empty() || Text(window) == title))
                     found = window;
-            }
             return found || WaitForEnd(0);
         }, ms));
         return found;
