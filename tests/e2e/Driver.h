@@ -13,7 +13,6 @@
 #include <wrl/client.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -70,9 +69,6 @@ inline POINT Centre(HWND window)
 
 // A program started by a check, ended when the object goes if it still runs.
 struct CRun {
-    CRun() = default;
-    CRun(const CRun&) = delete;
-    CRun& operator=(const CRun&) = delete;
     ~CRun()
     {
         if (m_process.hProcess && !WaitForEnd(0))
@@ -97,11 +93,10 @@ struct CRun {
     {
         HWND found = nullptr;
         static_cast<void>(WaitUntil([&] {
-            for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, nullptr, nullptr));) {
+            for (HWND window = nullptr; !found && (window = FindWindowExA(nullptr, window, nullptr, nullptr));)
                 if (DWORD owner = 0; GetWindowThreadProcessId(window, &owner) && owner == m_process.dwProcessId
                                      && IsWindowVisible(window) && (title.empty() || Text(window) == title))
                     found = window;
-            }
             return found || WaitForEnd(0);
         }, ms));
         return found;
@@ -180,10 +175,7 @@ inline bool SendPointer(POINT at, DWORD buttonEvent = 0)
     const HWND dialog = GetAncestor(target, GA_ROOT);
     if (GetForegroundWindow() != dialog)   // activated anew, it would move its focus
         SetForegroundWindow(dialog);
-    if (RestPointer(target, at))
-        return SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
-    std::fprintf(stderr, "a click meant for \"%s\" cannot reach it\n", Text(target).c_str());
-    return false;
+    return RestPointer(target, at) && SendPointer(at, MOUSEEVENTF_LEFTDOWN) && SendPointer(at, MOUSEEVENTF_LEFTUP);
 }
 
 // A click on a push button; false if a person could not press it (hidden, disabled, a box up).
@@ -218,18 +210,6 @@ inline Names ComboEntries(HWND combo)
         entries.push_back(Utf8(text.c_str()));
     }
     return entries;
-}
-
-// Makes an entry of a combo box the current one from the keyboard: a click on the box's edit
-// part (all of it but the arrow), then an arrow key for each entry between the current one and it.
-[[nodiscard]] inline bool PickEntry(HWND combo, const std::string& text)
-{
-    const Names entries = ComboEntries(combo);
-    const LRESULT index = std::find(entries.begin(), entries.end(), text) - entries.begin();
-    const LRESULT now = Ask(combo, CB_GETCURSEL, 0, 0);
-    return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, Centre(combo))
-           && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::max(index - now, now - index))
-           && WaitUntil([&] { return Ask(combo, CB_GETCURSEL, 0, 0) == index; });
 }
 
 #pragma GCC diagnostic push
@@ -303,9 +283,19 @@ struct Session {
     [[nodiscard]] bool Drop(const Names& names, const Condition& taken) { Drag(names); return Dropped(taken); }
     [[nodiscard]] bool Click(int id, const Condition& done) { return Press(dialog, id) && WaitUntil(done) && WaitIdle(dialog); }
     [[nodiscard]] bool Save() { return Click(IDOK, [&] { return !Enabled(IDOK) && Enabled(IDC_RESTORE); }); }
+    // The profile made the combo box's current entry from the keyboard, as a person does: a click
+    // on the box's edit part (all of it but the arrow), then an arrow key for each entry between
+    // the current one and it. Then Add, which brings one more row.
     [[nodiscard]] bool Add(const std::string& profile)
     {
-        return PickEntry(Control(IDC_PROFILE_COMBO), profile) && Click(IDC_ADD, [&, rows = Rows() + 1] { return Rows() == rows; });
+        const HWND combo = Control(IDC_PROFILE_COMBO);
+        const Names entries = ComboEntries(combo);
+        const LRESULT index = std::find(entries.begin(), entries.end(), profile) - entries.begin();
+        const LRESULT now = Ask(combo, CB_GETCURSEL, 0, 0);
+        return index < static_cast<LRESULT>(entries.size()) && ClickAt(combo, Centre(combo))
+               && PressKey(combo, index < now ? VK_UP : VK_DOWN, std::max(index - now, now - index))
+               && WaitUntil([&] { return Ask(combo, CB_GETCURSEL, 0, 0) == index; })
+               && Click(IDC_ADD, [&, rows = Rows() + 1] { return Rows() == rows; });
     }
 
     HWND dialog = nullptr;
@@ -353,16 +343,14 @@ inline std::string ReadShortcut(const std::string& path)
 {
     Shortcut facts;
     std::wstring text(32768, L'\0');
-    const auto got = [&](HRESULT hr) { return SUCCEEDED(hr) ? Utf8(text.c_str()) : "<unreadable>"; };
+    const auto got = [&](HRESULT hr, std::string& field) { field = Utf8(text.c_str()); return SUCCEEDED(hr); };
     // A shortcut without a file-system target answers S_FALSE and an empty path.
     const bool read = WithLink([&](IShellLinkW* link, IPersistFile* file) {
-        if (FAILED(file->Load(Wide(path).c_str(), STGM_READ)))
-            return false;
-        facts.target = got(link->GetPath(&text[0], 32768, nullptr, SLGP_RAWPATH));
-        facts.arguments = got(link->GetArguments(&text[0], 32768));
-        facts.folder = got(link->GetWorkingDirectory(&text[0], 32768));
-        facts.icon = got(link->GetIconLocation(&text[0], 32768, &facts.index));
-        return true;
+        return SUCCEEDED(file->Load(Wide(path).c_str(), STGM_READ))
+               && got(link->GetPath(&text[0], 32768, nullptr, SLGP_RAWPATH), facts.target)
+               && got(link->GetArguments(&text[0], 32768), facts.arguments)
+               && got(link->GetWorkingDirectory(&text[0], 32768), facts.folder)
+               && got(link->GetIconLocation(&text[0], 32768, &facts.index), facts.icon);
     });
     facts.readOnly = GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY;
     return read ? Describe(facts) : "<unreadable>";

@@ -11,27 +11,19 @@
 
 using namespace e2e;
 
-// The road; answers the first step that did not come about, or null.
-static const char* Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
+// The road; false at the first step that did not come about. The report gets the shortcut
+// before, after Save and after Restore.
+static bool Road(const std::string& link, const std::string& profile, const std::string& picture, std::string& report)
 {
     Session lw;
+    const auto shortcut = [&](const char* when) { report += when + ReadShortcut(link); return true; };
     if (!WaitUntil([&] { return IsWindowVisible(lw.dialog = FindWindowA(nullptr, kDialogTitle)); }, 90000))
-        return "the dialog did not show";
+        return false;
     Sleep(1500);   // let it finish painting
-    if (!Picture(GetDesktopWindow(), picture))
-        return "the picture could not be taken";
-    report += "Before:\r\n" + ReadShortcut(link);
-    if (!lw.Drop({link}, [&] { return lw.Enabled(IDC_ADD); }))
-        return "the dropped shortcut was not taken";
-    if (!lw.Add(profile))
-        return "the profile could not be added";
-    if (!lw.Save())
-        return "Save did not finish";
-    report += "After Save:\r\n" + ReadShortcut(link);
-    if (!lw.Click(IDC_RESTORE, [&] { return !lw.Enabled(IDC_RESTORE); }))
-        return "Restore did not finish";
-    report += "After Restore:\r\n" + ReadShortcut(link);
-    return Press(lw.dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(lw.dialog); }) ? nullptr : "Linkwright did not close";
+    return Picture(GetDesktopWindow(), picture) && shortcut("Before:\r\n")
+           && lw.Drop({link}, [&] { return lw.Enabled(IDC_ADD); }) && lw.Add(profile) && lw.Save() && shortcut("After Save:\r\n")
+           && lw.Click(IDC_RESTORE, [&] { return !lw.Enabled(IDC_RESTORE); }) && shortcut("After Restore:\r\n")
+           && Press(lw.dialog, IDCANCEL) && WaitUntil([&] { return !IsWindow(lw.dialog); });
 }
 
 int main(int argc, char** argv)
@@ -41,7 +33,7 @@ int main(int argc, char** argv)
     if (argc != 6 || argv[1] != std::string("road"))
         return 2;
     std::string report;
-    if (const char* failure = Road(argv[2], argv[3], argv[5], report))
-        report += std::string("Stopped: ") + failure + "\r\n";
+    if (!Road(argv[2], argv[3], argv[5], report))
+        report += "Stopped: the road did not come to its end\r\n";
     return WriteBytes(argv[4], report) ? 0 : 1;
 }
