@@ -24,8 +24,9 @@ extern "C" ssize_t write(int descriptor, const void* bytes, size_t n)
     return syscall(SYS_write, descriptor, bytes, n);
 }
 
-// root { 1 { 2 { 3 { "abc" } } } }, closed by Close or group by group. Whatever fails, the groups around it are
-// still completed in the .tmp twin, Close answers false and the main file stays.
+// root { 1 { 2 { 3 { "abc" } } } }, closed by Close or group by group. Whatever fails, the
+// groups around it are still completed in the .tmp twin, the closing of the root answers
+// false and the main file stays.
 TEST_F(FilesFixture, ChunkWriterFailures)
 {
     auto header = [](std::uint32_t id) { return Be16(1) + Be32(0) + Be32(id) + Be32(0); };   // as first written
@@ -38,7 +39,7 @@ TEST_F(FilesFixture, ChunkWriterFailures)
         {"copy", 0, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
     };
     for (const auto& [what, leafWrite, closeWrite, tmp] : rows) {
-        for (bool byGroup : {false, true}) {   // closed by Close, or group by group, the root's answering
+        for (bool byGroup : {false, true}) {
             WriteFile(closeWrite + leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
             CChunkFile file;
             ASSERT_TRUE(file.BeginFile(Full("m.chk").c_str()) && file.OpenGroup(1) && file.OpenGroup(2) && file.OpenGroup(3));

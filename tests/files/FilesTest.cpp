@@ -134,7 +134,8 @@ TEST_F(FilesFixture, WindowedFileReads)
     // backward ones half a window before it; a failed read, also one the file cannot seek
     // to, keeps the window.
     const std::uint64_t reads[][2] = {{1, 0}, {0, 0}, {131071, 0}, {131071, 0}, {200000, 200000}, {70000, 4464}, {300000, 4464},
-                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999}, {std::uint64_t{1} << 63, 299999}, {300001, 299999}};
+                                      {135535, 4464}, {135536, 135536}, {50000, 0}, {299999, 299999},
+                                      {std::uint64_t{1} << 63, 299999}, {300001, 299999}};
     for (std::size_t i = 0; i < sizeof reads / sizeof reads[0]; ++i) {
         const std::uint64_t at = reads[i][0];
         const int expected = at < bytes.size() ? bytes[at] & 0xFF : -1;
