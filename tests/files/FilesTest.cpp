@@ -12,9 +12,10 @@ TEST_F(FilesFixture, PathHelpers)
 {
     WriteFile("f.txt", "12345");
     std::filesystem::create_directories("d");
+    WriteFile("ab", "");   // two letters, but no drive
     const std::pair<std::string, bool> rows[] = {   // a path, and whether it exists
-        {"", false}, {"Z", false}, {"Z:", true}, {"z:\\", true}, {"Q:", false}, {"1:", false}, {"\\x", false},
-        {"a\\b\\", false}, {Full("f.txt"), true}, {Full("d"), true}, {Full("none"), false},
+        {"", false}, {"Z", false}, {"Z:", true}, {"z:\\", true}, {"Q:", false}, {"1:", false}, {"\\x", false}, {"z:x", false},
+        {"z:\\x", false}, {"ab", true}, {"a\\b\\", false}, {Full("f.txt"), true}, {Full("d"), true}, {Full("none"), false},
     };
     for (const auto& [path, exists] : rows) {
         const std::size_t cut = path.rfind('\\');
