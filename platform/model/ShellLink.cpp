@@ -25,7 +25,6 @@ struct Store {
     std::map<std::string, std::array<std::u16string, 4>> wide;
     std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
-    int liveObjects = 0;
 };
 
 Store& TheStore()
@@ -72,10 +71,8 @@ ShellLinkInterface* ObjectOf(PersistFileInterface* file) { return reinterpret_ca
 void Drop(ShellLinkInterface* object, const char* call)
 {
     DialogModel().calls.push_back(call);
-    if (--object->references == 0) {
-        --TheStore().liveObjects;
+    if (--object->references == 0)
         delete object;
-    }
 }
 
 }   // namespace
@@ -86,8 +83,7 @@ bool LinkFile::operator==(const LinkFile& other) const
            iconPath == other.iconPath && iconIndex == other.iconIndex && description == other.description;
 }
 
-// Objects still alive stay counted.
-void Reset() { TheStore() = Store{{}, {}, {}, {}, TheStore().liveObjects}; }
+void Reset() { TheStore() = Store(); }
 
 std::string Wide(const std::string& path)
 {
@@ -107,8 +103,6 @@ int SaveCount(const std::string& widePath) { return TheStore().saves[widePath]; 
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
-int LiveObjects() { return TheStore().liveObjects; }
-
 }   // namespace ShellLinkModel
 
 using namespace ShellLinkModel;
@@ -119,7 +113,6 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
     if (const ShellResult failed = Record(StepCreate, "Create"))
         return failed;
     *link = new ShellLinkInterface{LinkFile(), {}, 1};
-    ++TheStore().liveObjects;
     return ShellOk;
 }
 

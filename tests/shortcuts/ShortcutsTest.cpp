@@ -150,13 +150,9 @@ TEST(DropReception, FirstNameInWidePathForm)
         {drop(true, Wide(u"C:\\a.lnk") + '\0'), DropEffectCopy, Wide(u"C:\\a.lnk")},
         {drop(false, std::string("a.txt\0b.lnk\0", 12)), DropEffectNone, Wide(u"a.txt")},
         {drop(false, "GAME.LNK"), DropEffectCopy, Wide(u"GAME.LNK")},
-        {drop(false, "x.lnk.txt"), DropEffectNone, Wide(u"x.lnk.txt")},
-        {drop(false, "\xE9\x80.lnk"), DropEffectCopy, Wide(u"\u00E9\u0080.lnk")},
-        {drop(true, Wide(u"\u4E2D.lnk")), DropEffectCopy, Wide(u"\u4E2D.lnk")},
         {drop(true, Wide(u"b.lnk", true)), DropEffectCopy, Wide(u"b.lnk")},
         {drop(true, Wide(u"b.lnk", true) + "x"), DropEffectCopy, Wide(u"b.lnk")},
         {drop(true, Wide(u"a\u0100.lnk")), DropEffectNone, Wide(u"a")},
-        {drop(true, Wide(u"a\u4E00.lnk")), DropEffectNone, Wide(u"a")},
         {drop(true, "").substr(0, 19), DropEffectNone, ""},
         {drop(true, ""), DropEffectNone, ""},
         {std::string("\x14\x01\0\0", 4) + std::string(12, '\0') + std::string("\0\0\1\0", 4) + std::string(256, '\0') +

@@ -98,8 +98,6 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
         EXPECT_EQ(text.Equals(pattern) * 2 + text.Equals(p.c_str()), (model == p) * 2 + (model == p.c_str()));
         EXPECT_EQ(Bytes(text.Left(k)) + "|" + Bytes(text.Right(k)), model.substr(0, std::clamp(k, 0, n)) + "|" +
                                                                       model.substr(n - std::clamp(k, 0, n)));
-        EXPECT_EQ(Bytes(text.Concat(pattern)) + Bytes(text.Concat(p.c_str())), model + p + model + p.c_str());
-        EXPECT_EQ(Bytes(CTextString(text)), model);
     }
 }
 
@@ -108,7 +106,6 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
 TEST(TextString, CapacitiesAndTheCursor)
 {
     const std::tuple<std::function<void(CTextString&)>, std::string, int, int> rows[] = {
-        {[](CTextString& t) { t.KeepRight(2); }, "de", 13, 3},
         {[](CTextString& t) { t.KeepRight(2).AppendChar('f'); }, "def", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).Assign("xyz"); }, "xyz", 16, 0},
         {[](CTextString& t) { t.KeepRight(2).Assign(CTextString("xyz")); }, "xyz", 16, 0},
@@ -136,7 +133,6 @@ TEST(TextString, CapacitiesAndTheCursor)
         {[](CTextString& t) { (void)t.Reserve(200, true); }, "abcde", 220, 0},
         {[](CTextString& t) { t.Append(std::string(45, 'x').c_str()).KeepRight(2); (void)t.Reserve(18, true); }, "xx", 66, 0},
         {[](CTextString& t) { t.KeepRight(4).AssignBigEndian16(0x1234); }, "\x12\x34", 15, 1},
-        {[](CTextString& t) { t.AssignBigEndian32(0x4100B0C0); }, std::string("A\0\xB0\xC0", 4), 16, 0},
         {[](CTextString& t) { t.KeepRight(4); TrimLeft(t, 'a', 'c'); }, "de", 13, 3},
         {[](CTextString& t) { t.Replace(Make(std::string(1, '\0')), Make("z")); }, "abcde", 16, 0},   // not the terminator
     };
