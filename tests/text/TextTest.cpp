@@ -159,7 +159,7 @@ TEST(TextString, CapacitiesAndTheCursor)
 TEST(TextString, FormatIntegerAndInput)
 {
     const std::pair<const char*, CTextString> formats[] = {
-        {"0", FormatInteger(0u, true, 0)}, {"999", FormatInteger(999u, true, 0)}, {"1,000", FormatInteger(1000u, true, 0)},
+        {"0", FormatInteger(0, true, 0)}, {"999", FormatInteger(999u, true, 0)}, {"1,000", FormatInteger(1000u, true, 0)},
         {"1,234,567", FormatInteger(1234567, true, 0)}, {"1234567", FormatInteger(1234567u, false, 0)},
         {"00042", FormatInteger(42u, false, 5)}, {"001,234", FormatInteger(1234u, true, 7)}, {"-005", FormatInteger(-5, false, 3)},
         {"4,294,967,295", FormatInteger(4294967295u, true, 0)}, {"-2,147,483,648", FormatInteger(INT_MIN, true, 0)},
