@@ -1,6 +1,7 @@
 #include "AppFixture.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -98,4 +99,10 @@ Lines AppFixture::Log(const Lines& prefixes)
             lines.push_back(line);
     }
     return lines;
+}
+
+long AppFixture::SweepStride()
+{
+    const char* stride = std::getenv("LW_SWEEP_STRIDE");
+    return stride ? std::max(1L, std::atol(stride)) : 1;
 }

@@ -48,6 +48,9 @@ protected:
     bool Drop(CLinkDlg& dialog, const std::string& path);
     // The model's log; only the lines that begin with one of the prefixes, when given.
     Lines Log(const Lines& prefixes = {});
+    // Sweeps that fail each allocation in turn fail every kth only when LW_SWEEP_STRIDE=k:
+    // for quick runs, such as mutation runs.
+    static long SweepStride();
 
     std::string nativeFolder;   // the program folder as the C++ library names it
     std::string folder;         // the same as a Windows path

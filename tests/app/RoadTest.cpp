@@ -33,7 +33,7 @@ std::string Joined(const Lines& lines)
 // written under QuoteChars.txt's quotes, message boxes). An icon is shown unless its file
 // has none (0) or is no icon file (1); the one shown before is destroyed then. Save and
 // Restore keep the data, so a shortcut is saved twice, and again after a Restore, without
-// being dropped anew; a list read cut short is read again first. A shortcut holding
+// being dropped anew; a list or quote characters read cut short are read again first. A shortcut holding
 // characters beyond the code page, in any of its texts, is refused at the drop; a line too
 // long to be read back is refused at Save, which stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
@@ -79,8 +79,8 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     auto remove = [&](std::vector<int> rows) { return pick(IDC_SELECTED_LIST, rows); };
     auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
     auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
-    auto reread = [](Act then) -> Act {   // after a list read cut short
-        return [=](CLinkDlg& d, CModelWindow& w) { d.m_listWhole = false; then(d, w); };
+    auto reread = [](Act then) -> Act {   // after readings of the list and the quotes cut short
+        return [=](CLinkDlg& d, CModelWindow& w) { d.m_listWhole = d.m_quoteCharsWhole = false; then(d, w); };
     };
     const std::string race = "C:\\Games\\race.exe|C:\\Games|-f <a b>|", save = "SetArguments profile=";
     const std::string aaa(16313, 'a'), longOne = "C:\\Games\\race.exe|C:\\Games|" + aaa + "|";   // 16,383 bytes with Beta
@@ -189,8 +189,7 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
          {"No Profiles|Linkwright could not find any Zelmardeck profiles.\nCreate a profile for the intended "
           "application, and restart Linkwright|0"}},
     };
-    for (const auto& [commandLine, list, setUp, shown, writes, listsStay, boxes] : rows) {
-        SCOPED_TRACE(commandLine + list.substr(0, 6));
+    auto install = [&](const char* commandLine, const std::string& list) {
         ResetModels();
         for (const auto& [path, file] : {std::pair<const char*, LinkFile>{"C:\\a.lnk", enhanced}, {"C:\\b.lnk", Game},
                                          {"C:\\c.lnk", {ProgramPath("Linkwright.exe"), "", "", "", 0, ""}},
@@ -200,6 +199,10 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
         WriteProgramFile("ShortcutList", list);
         WriteProgramFile("ShortcutList.txt", "report");
+    };
+    for (const auto& [commandLine, list, setUp, shown, writes, listsStay, boxes] : rows) {
+        SCOPED_TRACE(commandLine + list.substr(0, 6));
+        install(commandLine, list);
         setUp();
         bool seen = false;
         CLinkDlg dialog;
@@ -217,6 +220,20 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         EXPECT_EQ(listsStay ? list : "(none)", ReadProgramFile("ShortcutList"));
         WriteProgramFile("Zelmar.exe", "MZ");
         WriteProfile("Gamma");
+    }
+    // Memory failing at any one allocation of a run: the list stays whole, or the enhanced
+    // shortcut is back.
+    bool failed = true;
+    for (long n = 1; failed; n += SweepStride()) {
+        install("x -RestoreAll", all);
+        FailAllocation(n);
+        {
+            CLinkDlg dialog;
+            Run(dialog);
+        }
+        failed = AllocationsMade() >= n;
+        FailAllocation(0);
+        EXPECT_TRUE(ReadProgramFile("ShortcutList") == all || ShellLinkModel::GetFile(Wide("C:\\a.lnk")) == restored) << n;
     }
 }
 
