@@ -160,33 +160,3 @@ TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
     EXPECT_EQ(names, std::multiset<std::string>({"Wheel", "Wheel", "Yoke"}));
     OverrideProgramPath(nullptr);
 }
-
-// A copied group has child records of its own, as many as could be had. A profile entry gives
-// back its cells' objects unless they are borrowed: the sanitizers see a leak or a double free.
-TEST(ChunkRecords, CopiesAndEntriesOwnWhatTheyHold)
-{
-    CChunkGroup group;
-    CChunkHeader child;
-    for (child.length = 0; child.length < 5; ++child.length)
-        ASSERT_TRUE(group.KeepChild(child));
-    for (long nth : {0, 1}) {
-        FailAllocation(nth);
-        const CChunkGroup copy(group);
-        FailAllocation(0);
-        std::string lengths;
-        for (std::int32_t i = 0; i < copy.keptChildren; ++i)
-            lengths += std::to_string(copy.children[i].length);
-        EXPECT_EQ(lengths, nth ? "" : "01234");
-    }
-    for (bool borrowed : {false, true}) {
-        CProfileCellObject* object = HeapNew<CProfileCellObject>();
-        {
-            CProfileEntry entry;
-            if (borrowed)
-                entry.cellsAreBorrowed = true;
-            ASSERT_TRUE(entry.cells.Append(HeapNew<CProfileCell>(CProfileCell{object})));
-        }
-        if (borrowed)
-            HeapDelete(object);
-    }
-}
