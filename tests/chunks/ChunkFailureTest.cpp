@@ -24,9 +24,8 @@ extern "C" ssize_t write(int descriptor, const void* bytes, size_t n)
     return syscall(SYS_write, descriptor, bytes, n);
 }
 
-// root { 1 { 2 { 3 { "abc" } } } }, closed by Close or group by group. Whatever fails, the
-// groups around it are still completed in the .tmp twin, the closing of the root answers
-// false and the main file stays.
+// root { 1 { 2 { 3 { "abc" } } } }, closed by Close. Whatever fails, the groups around it are
+// still completed in the .tmp twin, Close answers false and the main file stays.
 TEST_F(FilesFixture, ChunkWriterFailures)
 {
     auto header = [](std::uint32_t id) { return Be16(1) + Be32(0) + Be32(id) + Be32(0); };   // as first written
@@ -39,20 +38,16 @@ TEST_F(FilesFixture, ChunkWriterFailures)
         {"copy", 0, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
     };
     for (const auto& [what, leafWrite, closeWrite, tmp] : rows) {
-        for (bool byGroup : {false, true}) {
-            WriteFile(closeWrite + leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
-            CChunkFile file;
-            ASSERT_TRUE(file.BeginFile(Full("m.chk").c_str()) && file.OpenGroup(1) && file.OpenGroup(2) && file.OpenGroup(3));
-            g_failingWrite = leafWrite;
-            EXPECT_EQ(file.WriteLeaf("abc", 3), leafWrite == 0) << what;
-            g_failingWrite = closeWrite;
-            for (int inner = byGroup ? 3 : 0; inner > 0; --inner)
-                file.CloseGroup();
-            EXPECT_FALSE(byGroup ? file.CloseGroup() : file.Close()) << what << byGroup;
-            g_failingWrite = 0;
-            EXPECT_EQ(ReadFile("m.chk.tmp"), "XFF" + Be16(1) + tmp) << what << byGroup;
-            EXPECT_EQ(std::filesystem::is_directory("m.chk") ? "folder" : ReadFile("m.chk"), closeWrite + leafWrite ? "old" : "folder");
-            std::filesystem::remove_all("m.chk");
-        }
+        WriteFile(closeWrite + leafWrite ? "m.chk" : "m.chk/x", "old");   // a folder, for the copy to fail
+        CChunkFile file;
+        ASSERT_TRUE(file.BeginFile(Full("m.chk").c_str()) && file.OpenGroup(1) && file.OpenGroup(2) && file.OpenGroup(3));
+        g_failingWrite = leafWrite;
+        EXPECT_EQ(file.WriteLeaf("abc", 3), leafWrite == 0) << what;
+        g_failingWrite = closeWrite;
+        EXPECT_FALSE(file.Close()) << what;
+        g_failingWrite = 0;
+        EXPECT_EQ(ReadFile("m.chk.tmp"), "XFF" + Be16(1) + tmp) << what;
+        EXPECT_EQ(std::filesystem::is_directory("m.chk") ? "folder" : ReadFile("m.chk"), closeWrite + leafWrite ? "old" : "folder");
+        std::filesystem::remove_all("m.chk");
     }
 }
