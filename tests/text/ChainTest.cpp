@@ -43,12 +43,3 @@ TEST(Chain, AgreesWithAVector)
         ASSERT_EQ(chain.ElementAt(n + 5), chain.Tail());
     }
 }
-
-// A node that cascades takes every node on both sides with it; LeakSanitizer finds any left.
-TEST(Chain, ACascadingNodeTakesItsNeighboursAlong)
-{
-    CChainNode<int>* nodes[4] = {};
-    for (int i = 0; i < 4; ++i)
-        nodes[i] = HeapNew<CChainNode<int>>(HeapNew<int>(i), true, i ? nodes[i - 1] : nullptr, nullptr, 0u);
-    HeapDelete(nodes[2]);
-}
