@@ -6,6 +6,7 @@
 
 #include <array>
 #include <map>
+#include <tuple>
 
 #include "platform/model/DialogModel.h"
 #include "text/TextString.h"
@@ -79,8 +80,8 @@ void Drop(ShellLinkInterface* object, const char* call)
 
 bool LinkFile::operator==(const LinkFile& other) const
 {
-    return path == other.path && arguments == other.arguments && workDir == other.workDir &&
-           iconPath == other.iconPath && iconIndex == other.iconIndex && description == other.description;
+    return std::tie(path, arguments, workDir, iconPath, iconIndex, description) ==
+           std::tie(other.path, other.arguments, other.workDir, other.iconPath, other.iconIndex, other.description);
 }
 
 void Reset() { TheStore() = Store(); }
