@@ -33,9 +33,9 @@ std::string Joined(const Lines& lines)
 // written under QuoteChars.txt's quotes, message boxes). An icon is shown unless its file
 // has none (0) or is no icon file (1); the one shown before is destroyed then. Save and
 // Restore keep the data, so a shortcut is saved twice, and again after a Restore, without
-// being dropped anew; a list or quote characters read cut short are read again first. A shortcut holding
-// characters beyond the code page, in any of its texts, is refused at the drop; a line too
-// long to be read back is refused at Save, which stays on; neither writes.
+// being dropped anew; a list or quote characters read cut short are read again first. A
+// shortcut holding characters beyond the code page, in any of its texts, is refused at the
+// drop; a line too long to be read back is refused at Save, which stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
     const std::pair<const char*, LinkFile> links[] = {
@@ -154,9 +154,10 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 // A start with -RestoreAll writes back only what is enhanced, under the quote characters
 // in force, and says nothing, whatever fails; the list in memory stays whole, and both list
 // files go, also when the list is empty or missing; a shortcut holding characters beyond the
-// code page is passed over. Without the link object nothing can be
-// restored and the files stay for a later run. The first token is the program's name. A
-// refused start shows its message and never gets as far as the command line.
+// code page is passed over. Without the link object nothing can be restored and the files
+// stay for a later run; with memory failing, the list stays unless the enhanced shortcut is
+// back. The first token is the program's name. A refused start shows its message and never
+// gets as far as the command line.
 TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
 {
     const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
@@ -218,8 +219,7 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         WriteProgramFile("Zelmar.exe", "MZ");
         WriteProfile("Gamma");
     }
-    // Memory failing at any one allocation of a run: the list stays whole, or the enhanced
-    // shortcut is back.
+    // Memory failing at each allocation of a run in turn.
     for (long n = 1, failed = true; failed; n += SweepStride()) {
         install("x -RestoreAll", all);
         FailAllocation(n);
