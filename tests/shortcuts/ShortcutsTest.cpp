@@ -85,7 +85,7 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
 
 TEST_F(FilesFixture, QuoteCharsFile)
 {
-    const std::pair<std::string, const char*> rows[] = {   // the file ("-": none), and the pair read
+    const std::pair<std::string, const char*> rows[] = {   // the file ("-": none), and the pair read, whole
         {"-", "[]"}, {"leftargquote={\r\nRIGHTARGQUOTE=}", "{}"}, {"LeftArgQuote=   \nRightArgQuote=<>\nRightArgQuote=)", "[)"},
         {std::string("\0 LeftArgQuote= x", 17), " ]"}, {"Left=x\n\nLeftArgQuote\nQuote=y", "[]"},
     };
@@ -93,7 +93,7 @@ TEST_F(FilesFixture, QuoteCharsFile)
         if (file != "-")
             WriteFile("QuoteChars.txt", file);
         char quotes[] = "[]";
-        ReadQuoteChars(Make(file[0] == 'L' ? base + "\\" : base), quotes[0], quotes[1]);
+        EXPECT_TRUE(ReadQuoteChars(Make(file[0] == 'L' ? base + "\\" : base), quotes[0], quotes[1]));
         EXPECT_EQ(std::string(quotes), pair);
     }
 }
