@@ -51,7 +51,7 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
     // line; then the profiles, target, working folder and arguments taken from it ("-": untouched)
     const std::pair<const char*, const char*> lines[] = {
         {"profile=\"A\" profile=\"B b\" target=\"C:\\x.exe\" targetDir=\"C:\\\" args=\"-f [a b]\"", "A|B b|;C:\\x.exe;C:\\;-f [a b]"},
-        {"TARGET=\"x\" targetDirX=\"y\" args=\"a b", ";x;-;a b"},
+        {"TARGET=\"x\" targetDirX=\"y\" Xrofile=\"q\" args=\"a b", ";x;-;a b"},
         {"profile=\"\" targetDir= Profile=P target=old target=new", "P|;new;;-"},
         {"", ";-;-;-"},
     };
