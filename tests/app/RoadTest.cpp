@@ -147,6 +147,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
             EXPECT_EQ(happened, events);
         }
     });
+    EXPECT_EQ(ReadProgramFile("ShortcutList"), Wide("C:\\L\\Long.lnk") + Wide("C:\\L\\Race.lnk"));   // the two left enhanced
     const LinkFile saved = ShellLinkModel::GetFile(Wide("C:\\L\\Race.lnk"));   // Beta's Save, the last that went through
     EXPECT_EQ(saved.path + "|" + saved.workDir + "|" + saved.iconPath, ProgramPath("Zelmar.exe") + "|" + folder + "|Race.ico");
 }
