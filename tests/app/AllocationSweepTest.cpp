@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <map>
 
-#include "platform/model/ShellLinkModel.h"
 #include "tests/chunks/ChunkBytes.h"
 #include "text/Allocation.h"
 

@@ -103,6 +103,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {remove({1}), Edited, "g|||Beta,alpha,gamma,Beta|alpha,Beta,Beta,gamma|Two|1", {"ListDeleteItem 1"}},
         {remove({0, 2, 3}), Edited, "g|||Beta|Beta|Two|1", {"ListDeleteItem 3", "ListDeleteItem 2", "ListDeleteItem 0"}},
         {remove({0}), EditedNone, "g|||||Two|1", {"ListDeleteItem 0"}},
+        {remove({}), EditedNone, "g|||||Two|1", {}},
         {drop("Case.lnk"), Enhanced, "g|||GAMMA|GAMMA|Case|1", {}},
         {add(2), Enhanced, "g|||GAMMA|GAMMA|Case|1", {}},
         {drop("MINE.LNK"), Enhanced, "g||[q]|B,A|A,B|MINE|1", {}},
