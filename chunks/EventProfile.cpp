@@ -60,10 +60,9 @@ bool CEventProfile::ListProfiles(CChain<CTextString>& list)
     // A folder or pattern cut short would search elsewhere: then nothing is searched.
     const CTextString programFolder = ModuleFolder(nullptr);
     const CTextString extension = GetExtension();
-    CTextString folder(0);
+    const CTextString folder = PathInFolder(programFolder, "Profiles");
     CTextString pattern(0);
-    if (programFolder.IsEmpty() || extension.IsEmpty() || !AssignWhole(folder, programFolder) ||
-        !AppendWhole(folder, "\\Profiles") || !AssignWhole(pattern, "*") || !AppendWhole(pattern, extension))
+    if (folder.IsEmpty() || extension.IsEmpty() || !AssignWhole(pattern, "*") || !AppendWhole(pattern, extension))
         return true;
 
     CFileWalker walker(WalkFiles | WalkFullNames, pattern.Text(), folder.Text(), nullptr, false);

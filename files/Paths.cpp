@@ -12,6 +12,17 @@ void EnsureBackslash(CTextString& path)
         path.AppendChar('\\');
 }
 
+CTextString PathInFolder(const CTextString& folder, const char* name)
+{
+    CTextString path(0);
+    if (folder.IsEmpty())
+        return path;
+    const bool endsInBackslash = folder.Text()[folder.Length() - 1] == '\\';
+    if (!AssignWhole(path, folder) || (!endsInBackslash && !AppendWhole(path, "\\")) || !AppendWhole(path, name))
+        path.MakeEmpty();
+    return path;
+}
+
 bool PathExists(const char* path)
 {
     if (!path)

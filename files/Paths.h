@@ -24,6 +24,11 @@ const std::uint32_t FactsComplete = 7;
 // Appends a backslash unless the last byte is one; an empty path gets one too.
 void EnsureBackslash(CTextString& path);
 
+// name in folder, a backslash between them unless folder ends in one. Empty when folder is
+// empty or the path could not be had whole: a path cut short would name a file elsewhere,
+// at worst at the root of the drive.
+CTextString PathInFolder(const CTextString& folder, const char* name);
+
 // True for a file or folder that can be reached. A drive root ("C:" or "C:\") is asked of
 // the drive table, not of the file system; a path of fewer than 2 bytes is never found.
 bool PathExists(const char* path);

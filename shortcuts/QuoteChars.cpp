@@ -26,11 +26,9 @@ bool ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
     // Every step here may lose a byte or a line for want of memory without a sign of its
     // own; the seam's count of failures tells.
     const long failuresBefore = AllocationFailures();
-    if (programFolder.IsEmpty())
+    const CTextString path = PathInFolder(programFolder, "QuoteChars.txt");
+    if (path.IsEmpty())
         return false;
-    CTextString path(programFolder);
-    EnsureBackslash(path);
-    path.Append("QuoteChars.txt");
     std::FILE* file = OpenStream(path.Text(), "rb");
     if (!file)
         return AllocationFailures() == failuresBefore;

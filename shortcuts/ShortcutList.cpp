@@ -7,19 +7,6 @@
 
 namespace {
 
-// Empty when the folder is unknown or the path could not be had whole: a path cut short
-// would name a file elsewhere, at worst at the root of the drive.
-CTextString FileIn(const CTextString& programFolder, const char* name)
-{
-    CTextString path(0);
-    if (programFolder.IsEmpty())
-        return path;
-    const bool endsInBackslash = programFolder.Text()[programFolder.Length() - 1] == '\\';
-    if (!AssignWhole(path, programFolder) || (!endsInBackslash && !AppendWhole(path, "\\")) || !AppendWhole(path, name))
-        path.MakeEmpty();
-    return path;
-}
-
 // "ShortcutList.txt": the count and notice, an empty line, then each entry's single-byte
 // form, CR LF between lines and none behind the last. False when it cannot be made whole.
 bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextString>* leaveOut,
@@ -65,12 +52,12 @@ bool ListedExactly(const CChain<CTextString>& shortcuts, const CTextString& entr
 
 CTextString ShortcutListPath(const CTextString& programFolder)
 {
-    return FileIn(programFolder, "ShortcutList");
+    return PathInFolder(programFolder, "ShortcutList");
 }
 
 CTextString ShortcutReportPath(const CTextString& programFolder)
 {
-    return FileIn(programFolder, "ShortcutList.txt");
+    return PathInFolder(programFolder, "ShortcutList.txt");
 }
 
 void SortShortcuts(CChain<CTextString>& shortcuts)
