@@ -54,22 +54,33 @@ public:
     void OnRemove();
     void RefreshSelected();
 
-    // What a loaded shortcut is.
+    // What a loaded shortcut is. Analyse decides and fills the four values and m_isEnhanced,
+    // showing nothing; OnShortcutLoaded shows the outcome.
+    enum class LinkKind {
+        Enhanced,       // points at Zelmardeck, with a target and a profile
+        ParentItself,   // points at Zelmardeck without them
+        ThisProgram,
+        Plain,
+        Unsupported,    // a text that a write would take holds characters beyond the code page
+        NotTaken,       // its values could not be had whole
+    };
+    LinkKind Analyse();
     std::intptr_t OnShortcutLoaded(std::uintptr_t wParam, std::intptr_t lParam);
     void RefreshIcon();
+    void ShowUnsupported();
 
     // Save and Restore.
     void OnOK() override;   // saves; never ends the dialog
     void OnRestore();
+    bool WriteRestored();   // the loaded shortcut written back; the dialog does not change
 
     // The registry, the quote characters and the restore-all run.
     void ReadQuoteChars();
     bool QuoteCharsKnown();
     void LoadList();
-    // The registry's side of Save and Restore, made before the shortcut is written.
-    bool PrepareAdd(const CTextString& path, ListChange& change);
-    bool PrepareRemove(const CTextString& path, ListChange& change);
-    bool ProcessCommandLine();   // false: a restore-all ran and the dialog is to end
+    bool AddEntry(const CTextString& path);      // true: listed on the disk now
+    void RemoveEntry(const CTextString& path);
+    bool ProcessCommandLine();   // false: the dialog is to end (a restore-all ran, or the line could not be read)
     void RunRestoreAll();
 
     // Fields, in the order they are built. Public so that tests can see what the
@@ -82,7 +93,6 @@ public:
     FontHandle m_statusFont;    // owned
     FontHandle m_nameFont;      // owned
     bool m_isEnhanced;
-    bool m_restoringAll;
     bool m_listWhole;         // LoadList read every entry of ShortcutList (or found none to read)
     bool m_quoteCharsWhole;   // ReadQuoteChars read the file whole (or found none)
     CTextString m_parentPath;

@@ -1,12 +1,17 @@
 // Save and Restore: the two commands that write to the shortcut. Neither changes m_target,
 // m_targetDir or m_args, so a shortcut can be saved, restored and saved again without
 // being dropped anew. Neither ends the dialog.
+//
+// Only what can be undone is written, and the list is never behind the disk: Save proves that
+// its Restore will work before it writes anything, then lists the shortcut, then writes it;
+// Restore writes the shortcut back first, then takes it off the list. A listed shortcut that
+// is plain is harmless, as restore-all passes over it; so a Save whose shortcut write fails
+// after the listing leaves the entry where it is.
 
 #include "app/LinkDlg.h"
 
 #include "app/Resource.h"
 #include "shortcuts/ArgumentLine.h"
-#include "shortcuts/ShortcutList.h"
 
 namespace {
 
@@ -20,51 +25,49 @@ const char TooLongText[] =
     "Remove a profile or shorten the shortcut's arguments.";
 const char TooLongCaption[] = "Shortcut Too Long";
 
+const char TargetRefusedText[] =
+    "The target of this shortcut could not be set back on Restore, and the shortcut cannot be modified.";
+const char TargetRefusedCaption[] = "Linkwright";
+
 }   // namespace
 
-// Everything written is made first: the shortcut's entry and both list files, then the line
-// inside SaveEnhanced. A failure anywhere writes nothing and changes nothing in the dialog,
-// so Save stays on for another try.
+// A Save refused or failed changes nothing in the dialog, so Save stays on for another try.
 void CLinkDlg::OnOK()
 {
-    ListChange change;
-    bool tooLong = false;
-    if (!PrepareAdd(m_dropTarget.m_linkPath, change)) {
+    CTextString line(0);
+    switch (m_dropTarget.ProveEnhanced(m_target, m_targetDir, m_args, m_selected, line)) {
+    case SaveRefusal::None:
+        break;
+    case SaveRefusal::TooLong:
+        ShowMessage(TooLongText, TooLongCaption, MessageOk);
+        return;
+    case SaveRefusal::Unsupported:
+        ShowUnsupported();
+        return;
+    case SaveRefusal::TargetRefused:
+        ShowMessage(TargetRefusedText, TargetRefusedCaption, MessageOk);
+        return;
+    case SaveRefusal::Unmade:
         ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
-    if (!m_dropTarget.SaveEnhanced(m_parentPath, m_target, m_targetDir, m_args, m_selected, &tooLong)) {
-        CancelChange(m_shortcuts, change);
-        if (tooLong)
-            ShowMessage(TooLongText, TooLongCaption, MessageOk);
-        else
-            ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
+    if (!AddEntry(m_dropTarget.m_linkPath) || !m_dropTarget.SaveEnhanced(m_parentPath, line)) {
+        ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
-    CommitChange(m_shortcuts, change);
     m_items.DisableItem(IDOK);
     m_items.EnableItem(IDC_RESTORE);
     m_items.ShowItem(IDC_ENABLED_LABEL);
 }
 
-// During a restore-all run only the write happens: no message, no control, no entry; the
-// end of the run deletes the list files. Otherwise the list files without the entry are
-// made before the shortcut is written, so that both change or neither.
+// The entry goes only once the shortcut is back; a list that cannot be read or written keeps
+// it, which blocks nothing.
 void CLinkDlg::OnRestore()
 {
-    CTextString args(m_args);
-    ListChange change;
-    const bool made = args.Length() == m_args.Length() && QuoteCharsKnown() &&
-                      RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote) &&
-                      (m_restoringAll || PrepareRemove(m_dropTarget.m_linkPath, change));
-    if (!made || !m_dropTarget.SaveRestored(m_target, m_targetDir, args)) {
-        if (!m_restoringAll)
-            ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
+    if (!WriteRestored()) {
+        ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
-    if (m_restoringAll)
-        return;
-    CommitChange(m_shortcuts, change);
     m_items.DisableItem(IDOK);
     m_items.DisableItem(IDC_RESTORE);
     m_items.DisableItem(IDC_SELECTED_LIST);
@@ -72,4 +75,15 @@ void CLinkDlg::OnRestore()
     m_items.HideItem(IDC_ENABLED_LABEL);
     m_selected.Clear();
     RefreshSelected();
+    RemoveEntry(m_dropTarget.m_linkPath);
+}
+
+// The quote restoration works on a copy, so that the substituted arguments stay for another
+// Save. Quotes put back with characters that may not be the file's would not give the
+// arguments back: nothing is written while the quote characters are not known.
+bool CLinkDlg::WriteRestored()
+{
+    CTextString args(0);
+    return AssignWhole(args, m_args) && QuoteCharsKnown() && RestoreQuotes(args, m_leftArgQuote, m_rightArgQuote) &&
+           m_dropTarget.SaveRestored(m_target, m_targetDir, args);
 }

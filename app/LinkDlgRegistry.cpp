@@ -5,11 +5,9 @@
 
 #include "files/Paths.h"
 #include "platform/App.h"
-#include "platform/Files.h"
 #include "shortcuts/ArgumentLine.h"
 #include "shortcuts/QuoteChars.h"
 #include "shortcuts/ShortcutList.h"
-#include "text/Allocation.h"
 
 namespace {
 
@@ -17,7 +15,7 @@ const char RestoreAllSwitch[] = "-RestoreAll";
 
 }   // namespace
 
-// A reading cut short by memory starts again from the defaults the next time.
+// A reading cut short starts again from the defaults the next time.
 void CLinkDlg::ReadQuoteChars()
 {
     m_leftArgQuote = DefaultLeftArgQuote;
@@ -40,28 +38,33 @@ void CLinkDlg::LoadList()
 }
 
 // A list read only in part would be written back without the entries it lacks: it is read
-// again first, and without it whole nothing is prepared.
-bool CLinkDlg::PrepareAdd(const CTextString& path, ListChange& change)
+// again first, and without it whole nothing is written.
+bool CLinkDlg::AddEntry(const CTextString& path)
 {
     if (!m_listWhole)
         LoadList();
-    return m_listWhole && ::PrepareAdd(m_shortcuts, ModuleFolder(nullptr), path, change);
+    return m_listWhole && ::AddEntry(m_shortcuts, ModuleFolder(nullptr), path);
 }
 
-bool CLinkDlg::PrepareRemove(const CTextString& path, ListChange& change)
+void CLinkDlg::RemoveEntry(const CTextString& path)
 {
     if (!m_listWhole)
         LoadList();
-    return m_listWhole && ::PrepareRemove(m_shortcuts, ModuleFolder(nullptr), path, change);
+    if (m_listWhole)
+        (void)::RemoveEntry(m_shortcuts, ModuleFolder(nullptr), path);
 }
 
 // The first token is the program's name, whatever it says. Every "-RestoreAll", in any
-// case, starts a run; other tokens are passed over.
+// case, starts a run; other tokens are passed over. A command line that could not be read
+// whole might have lost the switch, and an uninstaller's run must never open the dialog:
+// such a start ends at once and restores nothing.
 bool CLinkDlg::ProcessCommandLine()
 {
     bool stayOpen = true;
+    CTextString line(0);
     CChain<CTextString> tokens;
-    Tokenize(CTextString(ProcessCommandLineText()), tokens);
+    if (!AssignWhole(line, ProcessCommandLineText()) || !Tokenize(line, tokens))
+        return false;
     if (!tokens.IsEmpty())
         tokens.Remove(tokens.Head());
     for (CChainNode<CTextString>* node = tokens.Head(); node; node = node->next) {
@@ -75,30 +78,36 @@ bool CLinkDlg::ProcessCommandLine()
     return stayOpen;
 }
 
-// The same steps a person takes, one shortcut after the other, without a word. Without the
-// link interfaces nothing can be loaded: the shortcuts stay as they are and so do the list
-// files, so that a later run can still restore them. So too when the list was not read
-// whole, or memory failed during the run, since a shortcut may then have been passed over;
-// one put back already is plain by then, and a later run passes it over in turn.
+// The same steps a person takes, one shortcut after the other, without a word, the dialog
+// left as it is. Afterwards the list names what may still be enhanced: a shortcut that could
+// not be loaded though it is there, refused for characters beyond the code page, or not
+// written back. When none is left both files go. Without the link object nothing can be
+// loaded, and with a list not read whole or an entry not kept the files stay as they are, so
+// that a later run can still restore them; one put back already is plain by then, and a
+// later run passes it over.
 void CLinkDlg::RunRestoreAll()
 {
     if (!m_dropTarget.m_interfacesReady)
         return;
-    const long failuresBefore = AllocationFailures();
-    m_restoringAll = true;
+    CChain<CTextString> enhanced;
+    bool whole = m_listWhole;
     for (CChainNode<CTextString>* node = m_shortcuts.Head(); node; node = node->next) {
-        m_dropTarget.m_linkPath.Assign(*node->payload);
-        if (!m_dropTarget.LoadLink())
-            continue;
-        OnShortcutLoaded(0, 0);
-        if (m_isEnhanced)
-            OnRestore();
+        bool missing = false;
+        bool plain;
+        if (!m_dropTarget.LoadLink(*node->payload, &missing))
+            plain = missing;
+        else if (const LinkKind kind = Analyse(); kind == LinkKind::Enhanced)
+            plain = WriteRestored();
+        else
+            plain = kind != LinkKind::Unsupported && kind != LinkKind::NotTaken;
+        if (!plain && !InsertEntry(enhanced, *node->payload))
+            whole = false;
     }
-    m_restoringAll = false;
-    if (!m_listWhole || AllocationFailures() != failuresBefore)
+    if (!whole)
         return;
-
     const CTextString folder = ModuleFolder(nullptr);
-    DeleteFileAt(ShortcutListPath(folder).Text());
-    DeleteFileAt(ShortcutReportPath(folder).Text());
+    if (enhanced.IsEmpty())
+        DeleteList(folder);
+    else
+        (void)SaveList(enhanced, folder);
 }

@@ -28,7 +28,6 @@ CLinkDlg::CLinkDlg()
       m_statusFont(nullptr),
       m_nameFont(nullptr),
       m_isEnhanced(false),
-      m_restoringAll(false),
       m_listWhole(false),
       m_quoteCharsWhole(false),
       m_leftArgQuote(DefaultLeftArgQuote),

@@ -39,6 +39,14 @@ bool PathExists(const char* path)
     return GetAttributes(path) != InvalidAttributes;
 }
 
+bool FileIsMissing(const char* path)
+{
+    if (GetAttributes(path) != InvalidAttributes)
+        return false;
+    const std::uint32_t error = LastFileError();
+    return error == ErrorFileNotFound || error == ErrorPathNotFound;
+}
+
 bool GetFileFacts(const char* path, FileFacts* facts)
 {
     if (!path || !facts)
@@ -107,14 +115,4 @@ CTextString ModuleFolder(ModuleHandle module)
     if (GetModulePath(module, buffer, PathBufferSize) == 0)
         return CTextString(0);
     return FolderOf(buffer, true);
-}
-
-bool WriteWholeFile(const char* path, const CTextString& text)
-{
-    std::FILE* stream = OpenStream(path, "wb");
-    if (!stream)
-        return false;
-    const int written = text.WriteTo(stream);
-    std::fclose(stream);
-    return written == text.Length();
 }

@@ -33,6 +33,10 @@ CTextString PathInFolder(const CTextString& folder, const char* name);
 // the drive table, not of the file system; a path of fewer than 2 bytes is never found.
 bool PathExists(const char* path);
 
+// True only when the system says that path names nothing: the file, or a folder on the way,
+// is not there. A file that exists but cannot be reached (locked, denied) is not missing.
+bool FileIsMissing(const char* path);
+
 // The first directory entry that matches path (wildcards allowed). A path that ends in a
 // backslash, or a drive root, is not found. False as well for a null argument.
 bool GetFileFacts(const char* path, FileFacts* facts);
@@ -52,7 +56,3 @@ CTextString CurrentFolder();
 // handle stands for the running program. Empty when the path cannot be had.
 CTextString ModulePath(ModuleHandle module);
 CTextString ModuleFolder(ModuleHandle module);
-
-// Creates path, or cuts it to zero, and writes text into it. True when every byte went
-// out; the result of closing the file is not part of it.
-bool WriteWholeFile(const char* path, const CTextString& text);

@@ -25,6 +25,8 @@ bool CloseFile(FileHandle file);
 bool ReadFromFile(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t* delivered);
 // Writes n bytes at the file's position; *written tells how many went out.
 bool WriteToFile(FileHandle file, const void* bytes, std::uint32_t n, std::uint32_t* written);
+// Sends what was written to the disk (FlushFileBuffers).
+bool FlushFile(FileHandle file);
 
 enum SeekOrigin { SeekFromStart = 0, SeekFromCurrent = 1, SeekFromEnd = 2 };
 // Moves the file's position by a 64-bit distance from the origin; *position, when given,
@@ -43,6 +45,7 @@ const std::uint32_t ErrorFileNotFound = 2;
 const std::uint32_t ErrorPathNotFound = 3;
 const std::uint32_t ErrorAccessDenied = 5;
 const std::uint32_t ErrorNoMoreFiles = 18;
+const std::uint32_t ErrorDiskFull = 112;
 std::uint32_t LastFileError();
 
 // Attribute bits as Windows has them. Natively: read-only means no write permission bit,
@@ -57,6 +60,10 @@ std::uint32_t GetAttributes(const char* path);   // InvalidAttributes when not f
 bool SetAttributes(const char* path, std::uint32_t attributes);
 bool CopyFileOver(const char* from, const char* to);   // overwrites an existing target
 bool DeleteFileAt(const char* path);
+// Moves a file over another in one step, replacing it, and returns once the move is on the
+// disk (MoveFileExA with MOVEFILE_REPLACE_EXISTING and MOVEFILE_WRITE_THROUGH). Both lie on
+// the same volume. Windows refuses to replace a read-only file.
+bool MoveFileOver(const char* from, const char* to);
 
 // Directory search over a path with optional wildcards * and ? in its last part. "." and
 // ".." come as Windows delivers them: first, in every folder but a drive's root. A pattern

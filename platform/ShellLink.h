@@ -16,6 +16,7 @@
 // (through the allocation seam) before it goes out.
 
 #include <cstdint>
+#include <utility>
 
 class CTextString;
 
@@ -36,8 +37,15 @@ void ReleasePersistFile(PersistFileInterface* file);
 
 // Reads the file into the object, opened for reading and writing (STGM_READWRITE).
 ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath);
-// Writes the object to the file and makes it the object's current file.
+// True for the answer of a load whose file, or a folder on its way, is not there.
+bool IsLinkFileMissing(ShellResult result);
+// Writes the object to the file, which need not be the one it was read from (fRemember FALSE).
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath);
+
+// The shortcut files themselves, by wide path, on the same volume: one moved over another in
+// one step (MoveFileExW, replacing, written through), and one deleted.
+ShellResult ReplaceLinkFile(const CTextString& fromWidePath, const CTextString& toWidePath);
+ShellResult DeleteLinkFile(const CTextString& widePath);
 
 // Settles the link without asking the user, updating or searching (flags 0x19, no
 // time-out). window: the owner's window handle, or null.
@@ -48,6 +56,7 @@ ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity);  
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity);
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index);
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity);
+ShellResult GetLinkDescription(ShellLinkInterface* link, char* buffer, int capacity);
 
 // The same object's texts read through its wide interface (IShellLinkW), which carries what
 // the single-byte one can only replace by look-alikes. wide receives the system's wide form:
@@ -64,3 +73,41 @@ ShellResult SetLinkPath(ShellLinkInterface* link, const char* path);
 ShellResult SetLinkWorkingDirectory(ShellLinkInterface* link, const char* folder);
 ShellResult SetLinkArguments(ShellLinkInterface* link, const char* arguments);
 ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std::int32_t index);
+
+// One link object through both its interfaces, given back on every way out: IPersistFile
+// first, then IShellLinkA.
+class CLinkObject {
+public:
+    CLinkObject() = default;
+    ~CLinkObject() { Release(); }
+    CLinkObject(const CLinkObject&) = delete;
+    CLinkObject& operator=(const CLinkObject&) = delete;
+
+    // A new object; true when both interfaces are held.
+    bool Create()
+    {
+        Release();
+        if (CreateShellLink(&link) != ShellOk)
+            return false;
+        return QueryPersistFile(link, &file) == ShellOk;
+    }
+
+    void Release()
+    {
+        if (file)
+            ReleasePersistFile(file);
+        if (link)
+            ReleaseShellLink(link);
+        file = nullptr;
+        link = nullptr;
+    }
+
+    void Swap(CLinkObject& other)
+    {
+        std::swap(link, other.link);
+        std::swap(file, other.file);
+    }
+
+    ShellLinkInterface* link = nullptr;
+    PersistFileInterface* file = nullptr;
+};

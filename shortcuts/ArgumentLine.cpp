@@ -23,17 +23,10 @@ struct Key {
 const Key Keys[] = {{"profile=", 8}, {"target=", 7}, {"targetDir=", 10}, {"args=", 5}};
 enum KeyIndex { ProfileIndex, TargetIndex, TargetDirIndex, ArgsIndex, NoKey };
 
-// Compared in place: a copy of the token's start that could not be had would pass an
-// item over as if it had no key.
 KeyIndex KeyOf(const CTextString& token)
 {
     for (int k = ProfileIndex; k < NoKey; ++k) {
-        int i = 0;
-        while (i < Keys[k].length && i < token.Length() &&
-               FoldCase(static_cast<unsigned char>(token.Text()[i])) ==
-                   FoldCase(static_cast<unsigned char>(Keys[k].text[i])))
-            ++i;
-        if (i == Keys[k].length)
+        if (BeginsWithNoCase(token, Keys[k].text, Keys[k].length))
             return static_cast<KeyIndex>(k);
     }
     return NoKey;

@@ -20,7 +20,7 @@ std::uint32_t LittleEndian32(const unsigned char* bytes)
 // The first name of a DROPFILES block in wide path form, the name's own bytes only. A wide
 // name ends at the first unit whose low byte is zero; an ANSI byte becomes the unit of the
 // same value. The block ends where size says, whatever the name list claims. False when the
-// block is too short to hold its header or name.
+// block is too short to hold its header or name, or the name could not be had whole.
 bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path)
 {
     path.MakeEmpty();
@@ -31,31 +31,32 @@ bool FirstDroppedName(const void* dropFiles, std::size_t size, CTextString& path
     const bool wide = LittleEndian32(block + WideField) != 0;
     if (start >= size)
         return false;
+    int units = 0;
     if (wide) {
-        for (std::size_t i = start; i + 1 < size && block[i] != 0; i += 2)
+        for (std::size_t i = start; i + 1 < size && block[i] != 0; i += 2, ++units)
             path.AppendBytes(block + i, 2);
     } else {
-        const char zero = 0;
-        for (std::size_t i = start; i < size && block[i] != 0; ++i) {
-            path.AppendBytes(block + i, 1);
-            path.AppendBytes(&zero, 1);
+        for (std::size_t i = start; i < size && block[i] != 0; ++i, ++units) {
+            const char unit[2] = {static_cast<char>(block[i]), 0};
+            path.AppendBytes(unit, 2);
         }
     }
-    return true;
+    path.AppendChar('\0');
+    return path.Length() == 2 * units + 1;
 }
 
 }   // namespace
 
-// Each drag decides anew. The name waits in m_droppedPath until the drop.
+// Each drag decides anew. The name waits in m_droppedPath until the drop; one that could not
+// be had whole is refused, as it would name another file.
 int CLinkDropTarget::OnDragEnter(const void* dropFiles, std::size_t size, std::uint32_t /*keyState*/)
 {
     m_dropEffect = DropEffectNone;
-    m_droppedPath.MakeEmpty();
-    if (!m_interfacesReady || !FirstDroppedName(dropFiles, size, m_droppedPath))
+    if (!m_interfacesReady || !FirstDroppedName(dropFiles, size, m_droppedPath)) {
+        m_droppedPath.MakeEmpty();
         return m_dropEffect;
-    m_droppedPath.AppendChar('\0');
-    const CTextString tail = m_droppedPath.Right(m_linkSuffix.Length());
-    if (tail.CompareNoCase(m_linkSuffix.Text(), m_linkSuffix.Length()) == 0)
+    }
+    if (EndsWithNoCase(m_droppedPath, m_linkSuffix.Text(), m_linkSuffix.Length()))
         m_dropEffect = DropEffectCopy;
     return m_dropEffect;
 }
@@ -69,8 +70,7 @@ bool CLinkDropTarget::OnDrop(int dropEffect)
 {
     if (dropEffect != DropEffectCopy)
         return false;
-    m_linkPath.Assign(m_droppedPath);
-    if (LoadLink()) {
+    if (LoadLink(m_droppedPath)) {
         if (m_owner)
             m_owner->QueueAppMessage();
         return true;

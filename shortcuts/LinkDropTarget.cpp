@@ -1,6 +1,8 @@
-// CLinkDropTarget, link side: the interfaces, LoadLink and the two saves.
+// CLinkDropTarget, link side: the link object, LoadLink, the proof of a Save and the two saves.
 
 #include "shortcuts/LinkDropTarget.h"
+
+#include <cstring>
 
 #include "files/Paths.h"
 #include "platform/Dialog.h"
@@ -13,20 +15,108 @@ const char LoadFailureText[] =
     "Could not load or resolve the link for this shortcut.\r\n\r\n"
     "Make sure it's not in use, that the target program was not deleted or moved, and try again.";
 
-// *same tells whether the wide interface reads text as the single-byte one did, once
-// widened by the code page; a look-alike the shell put in place of a character differs.
-// False when either wide form could not be had.
-bool SameThroughBothInterfaces(ShellLinkInterface* link, LinkText which, const CTextString& text, int* same)
+// A save goes to the shortcut's name with this behind it, in the same folder, before it
+// moves over the shortcut. A temporary that a crash left behind is replaced by the next save.
+const char TemporarySuffix[] = ".lw.tmp";
+
+// One text through read into text, whole: the buffer is terminated whatever the shell left in
+// it, and a reading that fills it counts as cut short.
+template <class Read>
+bool ReadWhole(char* buffer, CTextString& text, Read read)
 {
-    CTextString wide(0);
-    CTextString widened(0);
-    if (GetLinkTextWide(link, which, wide) != ShellOk || !WidenByCodePage(text, widened))
-        return false;
-    *same = wide.Equals(widened);
-    return true;
+    buffer[0] = 0;
+    const ShellResult result = read(buffer);
+    buffer[LinkBufferCapacity] = 0;
+    return result == ShellOk && std::strlen(buffer) <= static_cast<std::size_t>(LongestLinkText) &&
+           AssignWhole(text, buffer);
+}
+
+bool ReadTexts(ShellLinkInterface* link, LinkTexts& texts)
+{
+    char buffer[LinkBufferSize];
+    const int n = LinkBufferCapacity;
+    return ReadWhole(buffer, texts.target, [&](char* into) { return GetLinkPath(link, into, n); }) &&
+           ReadWhole(buffer, texts.arguments, [&](char* into) { return GetLinkArguments(link, into, n); }) &&
+           ReadWhole(buffer, texts.iconPath,
+                     [&](char* into) { return GetLinkIconLocation(link, into, n, &texts.iconIndex); }) &&
+           ReadWhole(buffer, texts.workDir, [&](char* into) { return GetLinkWorkingDirectory(link, into, n); }) &&
+           ReadWhole(buffer, texts.description, [&](char* into) { return GetLinkDescription(link, into, n); });
+}
+
+// The shell may give a target back in the file system's case; every other text is its own.
+bool SameTexts(const LinkTexts& a, const LinkTexts& b)
+{
+    return a.target.CompareNoCase(b.target.Text(), b.target.Length()) == 0 && a.arguments.Equals(b.arguments) &&
+           a.workDir.Equals(b.workDir) && a.iconPath.Equals(b.iconPath) && a.description.Equals(b.description) &&
+           a.iconIndex == b.iconIndex;
+}
+
+bool SameChains(const CChain<CTextString>& a, const CChain<CTextString>& b)
+{
+    const CChainNode<CTextString>* x = a.Head();
+    const CChainNode<CTextString>* y = b.Head();
+    for (; x && y; x = x->next, y = y->next) {
+        if (!x->payload->Equals(*y->payload))
+            return false;
+    }
+    return !x && !y;
+}
+
+// A bit (1 << LinkText) for each text whose wide reading differs from the single-byte one
+// widened by the code page, where the shell put a look-alike; -1 when a wide form could not
+// be had.
+int TextsBeyondCodePage(ShellLinkInterface* link, const LinkTexts& texts)
+{
+    const CTextString* const read[] = {&texts.target, &texts.arguments, &texts.workDir, &texts.iconPath};
+    int beyond = 0;
+    for (LinkText which : {LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation}) {
+        CTextString wide(0);
+        CTextString widened(0);
+        if (GetLinkTextWide(link, which, wide) != ShellOk || !WidenByCodePage(*read[which], widened))
+            return -1;
+        beyond |= wide.Equals(widened) ? 0 : 1 << which;
+    }
+    return beyond;
+}
+
+// A read-only shortcut could be loaded but not replaced. The attribute calls take the
+// single-byte form, which may name no file when a unit lies above 0xFF; then the bit stays
+// as it is. It is not put back, whatever follows.
+void ClearReadOnly(const CTextString& widePath)
+{
+    CTextString narrow(0);
+    if (!AssignWhole(narrow, widePath) || !narrow.CollapseWide())
+        return;
+    const std::uint32_t attributes = GetAttributes(narrow.Text());
+    if (attributes != InvalidAttributes && (attributes & AttributeReadOnly) != 0)
+        (void)SetAttributes(narrow.Text(), attributes & ~AttributeReadOnly);
+}
+
+// The temporary's path in wide path form: the shortcut's units, the suffix's, one zero byte.
+bool TemporaryBeside(const CTextString& widePath, CTextString& temporary)
+{
+    CTextString units = widePath.Left(widePath.Length() - 1);
+    for (const char* suffix = TemporarySuffix; *suffix; ++suffix) {
+        const char unit[2] = {*suffix, 0};
+        units.AppendBytes(unit, 2);
+    }
+    units.AppendChar('\0');
+    temporary.Swap(units);
+    return temporary.Length() == widePath.Length() + 2 * static_cast<int>(std::strlen(TemporarySuffix));
+}
+
+// The file as a fresh link object reads it.
+bool ReadsAsMeant(const CTextString& widePath, const LinkTexts& meant)
+{
+    CLinkObject check;
+    LinkTexts read;
+    return check.Create() && LoadLinkFile(check.file, widePath) == ShellOk && ReadTexts(check.link, read) &&
+           SameTexts(read, meant);
 }
 
 }   // namespace
+
+LinkTexts::LinkTexts() : target(0), arguments(0), workDir(0), iconPath(0), description(0), iconIndex(0) {}
 
 CLinkDropTarget::CLinkDropTarget()
     : m_linkPath(0),
@@ -35,9 +125,7 @@ CLinkDropTarget::CLinkDropTarget()
       m_linkIconPath(0),
       m_linkWorkDir(0),
       m_linkIconIndex(0),
-      m_linkBeyondCodePage(false),
-      m_shellLink(nullptr),
-      m_persistFile(nullptr),
+      m_linkBeyondCodePage(0),
       m_interfacesReady(false),
       m_owner(nullptr),
       m_registered(false),
@@ -56,127 +144,122 @@ CLinkDropTarget::~CLinkDropTarget()
 
 bool CLinkDropTarget::InitLinkInterfaces()
 {
-    if (m_interfacesReady)
-        return true;
-    if (CreateShellLink(&m_shellLink) != ShellOk)
-        return false;
-    if (QueryPersistFile(m_shellLink, &m_persistFile) == ShellOk)
-        m_interfacesReady = true;
+    if (!m_interfacesReady)
+        m_interfacesReady = m_link.Create();
     return m_interfacesReady;
 }
 
 void CLinkDropTarget::ReleaseInterfaces()
 {
-    if (m_persistFile) {
-        ReleasePersistFile(m_persistFile);
-        m_persistFile = nullptr;
-    }
-    if (m_shellLink) {
-        ReleaseShellLink(m_shellLink);
-        m_shellLink = nullptr;
-    }
+    m_link.Release();
 }
 
-bool CLinkDropTarget::LoadLink()
+bool CLinkDropTarget::LoadLink(const CTextString& widePath, bool* missing)
 {
+    if (missing)
+        *missing = false;
     // The flag alone is not enough: a release at shutdown leaves it set.
-    if (!m_shellLink || !m_persistFile)
+    if (!m_link.link)
         return false;
-    m_linkBeyondCodePage = false;
+    ClearReadOnly(widePath);
 
-    // A read-only shortcut could be loaded but not saved. The attribute calls take the
-    // single-byte form, which may name no file when a unit lies above 0xFF; then the bit
-    // stays as it is. It is not put back, whatever follows.
-    CTextString narrowPath(m_linkPath);
-    narrowPath.CollapseWide();
-    const std::uint32_t attributes = GetAttributes(narrowPath.Text());
-    if (attributes != InvalidAttributes && (attributes & AttributeReadOnly) != 0)
-        SetAttributes(narrowPath.Text(), attributes & ~AttributeReadOnly);
-
-    if (LoadLinkFile(m_persistFile, m_linkPath) != ShellOk)
+    CLinkObject fresh;
+    if (!fresh.Create())
         return false;
-    if (ResolveLink(m_shellLink, m_owner ? m_owner->Handle() : nullptr) != ShellOk)
+    const ShellResult loaded = LoadLinkFile(fresh.file, widePath);
+    if (loaded != ShellOk) {
+        if (missing)
+            *missing = IsLinkFileMissing(loaded);
         return false;
-
-    char buffer[LinkBufferSize];
-    if (GetLinkPath(m_shellLink, buffer, LinkBufferCapacity) != ShellOk || !AssignWhole(m_linkTarget, buffer))
-        return false;
-    if (GetLinkArguments(m_shellLink, buffer, LinkBufferCapacity) != ShellOk || !AssignWhole(m_linkArgs, buffer))
-        return false;
-    if (GetLinkIconLocation(m_shellLink, buffer, LinkBufferCapacity, &m_linkIconIndex) != ShellOk)
-        return false;
-    const bool namesIconFile = buffer[0] != 0;
-    if (!AssignWhole(m_linkIconPath, namesIconFile ? buffer : m_linkTarget.Text()))
-        return false;
-    if (GetLinkWorkingDirectory(m_shellLink, buffer, LinkBufferCapacity) != ShellOk ||
-        !AssignWhole(m_linkWorkDir, buffer))
-        return false;
-
-    const CTextString noIconFile(0);
-    const CTextString* const texts[] = {&m_linkTarget, &m_linkArgs, &m_linkWorkDir,
-                                        namesIconFile ? &m_linkIconPath : &noIconFile};
-    const LinkText wideTexts[] = {LinkTextPath, LinkTextArguments, LinkTextWorkingDirectory, LinkTextIconLocation};
-    for (int i = 0; i < 4; ++i) {
-        int same = 0;
-        if (!SameThroughBothInterfaces(m_shellLink, wideTexts[i], *texts[i], &same))
-            return false;
-        m_linkBeyondCodePage = m_linkBeyondCodePage || !same;
     }
+    LinkTexts texts;
+    if (ResolveLink(fresh.link, m_owner ? m_owner->Handle() : nullptr) != ShellOk || !ReadTexts(fresh.link, texts))
+        return false;
+    const int beyond = TextsBeyondCodePage(fresh.link, texts);
+    CTextString path(0);
+    if (beyond < 0 || !AssignWhole(path, widePath) ||
+        (texts.iconPath.IsEmpty() && !AssignWhole(texts.iconPath, texts.target)))
+        return false;
+
+    m_link.Swap(fresh);
+    m_linkPath.Swap(path);
+    m_linkTarget.Swap(texts.target);
+    m_linkArgs.Swap(texts.arguments);
+    m_linkIconPath.Swap(texts.iconPath);
+    m_linkWorkDir.Swap(texts.workDir);
+    m_linkIconIndex = texts.iconIndex;
+    m_linkBeyondCodePage = beyond;
     return true;
 }
 
 void CLinkDropTarget::ReportLoadFailure()
 {
-    m_linkPath.MakeEmpty();
     if (m_owner)
         m_owner->ShowMessage(LoadFailureText, "Load Failure", MessageOk);
 }
 
-bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextString& target,
-                                   const CTextString& workDir, const CTextString& args,
-                                   const CChain<CTextString>& profiles, bool* tooLong)
+SaveRefusal CLinkDropTarget::ProveEnhanced(const CTextString& target, const CTextString& workDir,
+                                           const CTextString& args, const CChain<CTextString>& profiles,
+                                           CTextString& line)
 {
-    if (tooLong)
-        *tooLong = false;
-    if (!m_shellLink || !m_persistFile || m_linkPath.IsEmpty())
-        return false;
-    // Everything that is written is made first: a piece missing writes nothing.
+    CTextString composed = ComposeArguments(target, workDir, args, profiles);
+    line.Swap(composed);
+    if (!m_link.link || m_linkPath.IsEmpty() || line.IsEmpty())
+        return SaveRefusal::Unmade;
+    if (line.Length() > LongestLinkText)
+        return SaveRefusal::TooLong;
+    CChain<CTextString> tokens;
+    CChain<CTextString> named;
+    CTextString namedTarget(0);
+    CTextString namedDir(0);
+    CTextString namedArgs(0);
+    if (!TakeApartArguments(line, tokens, named, namedTarget, namedDir, namedArgs))
+        return SaveRefusal::Unmade;
+    if (!namedTarget.Equals(target) || !namedDir.Equals(workDir) || !namedArgs.Equals(args) ||
+        !SameChains(named, profiles) || BeyondCodePage(LinkTextIconLocation))
+        return SaveRefusal::Unsupported;
+    return SetLinkPath(m_link.link, target.Text()) == ShellOk ? SaveRefusal::None : SaveRefusal::TargetRefused;
+}
+
+bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextString& line)
+{
     const CTextString parentFolder = FolderOf(parentPath.Text(), true);
-    const CTextString line = ComposeArguments(target, workDir, args, profiles);
-    if (parentFolder.IsEmpty() || line.IsEmpty())
+    if (!m_link.link || parentFolder.IsEmpty() || line.IsEmpty())
         return false;
-    // A longer line would come back cut short from the next load, and so restore wrongly.
-    if (line.Length() > LinkBufferCapacity) {
-        if (tooLong)
-            *tooLong = true;
+    if (SetLinkPath(m_link.link, parentPath.Text()) != ShellOk ||
+        SetLinkWorkingDirectory(m_link.link, parentFolder.Text()) != ShellOk ||
+        SetLinkArguments(m_link.link, line.Text()) != ShellOk ||
+        SetLinkIconLocation(m_link.link, m_linkIconPath.Text(), m_linkIconIndex) != ShellOk)
         return false;
-    }
-    if (SetLinkPath(m_shellLink, parentPath.Text()) != ShellOk)
-        return false;
-    bool saved = true;
-    if (SetLinkWorkingDirectory(m_shellLink, parentFolder.Text()) != ShellOk)
-        saved = false;
-    if (SetLinkArguments(m_shellLink, line.Text()) != ShellOk)
-        saved = false;
-    if (SetLinkIconLocation(m_shellLink, m_linkIconPath.Text(), m_linkIconIndex) != ShellOk)
-        saved = false;
-    if (SaveLinkFile(m_persistFile, m_linkPath) != ShellOk)
-        saved = false;
-    return saved;
+    return SaveChecked(parentPath, parentFolder, line);
 }
 
 bool CLinkDropTarget::SaveRestored(const CTextString& target, const CTextString& workDir, const CTextString& args)
 {
-    if (!m_shellLink || !m_persistFile || m_linkPath.IsEmpty())
+    if (!m_link.link)
         return false;
-    if (SetLinkPath(m_shellLink, target.Text()) != ShellOk)
+    if (SetLinkPath(m_link.link, target.Text()) != ShellOk ||
+        SetLinkWorkingDirectory(m_link.link, workDir.Text()) != ShellOk ||
+        SetLinkArguments(m_link.link, args.Text()) != ShellOk)
         return false;
-    bool saved = true;
-    if (SetLinkWorkingDirectory(m_shellLink, workDir.Text()) != ShellOk)
-        saved = false;
-    if (SetLinkArguments(m_shellLink, args.Text()) != ShellOk)
-        saved = false;
-    if (SaveLinkFile(m_persistFile, m_linkPath) != ShellOk)
-        saved = false;
-    return saved;
+    return SaveChecked(target, workDir, args);
+}
+
+// The object, its Sets done, must hold what was set: a shell that changed a text on the way
+// in would write something other than was meant. Then it goes to the temporary, which must
+// read back as the object holds it, everything the saves do not set included, before it
+// takes the shortcut's place. Whatever fails, the temporary goes and the shortcut stays.
+bool CLinkDropTarget::SaveChecked(const CTextString& target, const CTextString& workDir, const CTextString& args)
+{
+    LinkTexts meant;
+    CTextString temporary(0);
+    if (m_linkPath.IsEmpty() || !ReadTexts(m_link.link, meant) ||
+        meant.target.CompareNoCase(target.Text(), target.Length()) != 0 || !meant.workDir.Equals(workDir) ||
+        !meant.arguments.Equals(args) || !TemporaryBeside(m_linkPath, temporary))
+        return false;
+    if (SaveLinkFile(m_link.file, temporary) == ShellOk && ReadsAsMeant(temporary, meant) &&
+        ReplaceLinkFile(temporary, m_linkPath) == ShellOk)
+        return true;
+    (void)DeleteLinkFile(temporary);
+    return false;
 }

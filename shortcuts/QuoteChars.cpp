@@ -6,16 +6,20 @@
 
 #include "files/Paths.h"
 #include "platform/Files.h"
-#include "text/Allocation.h"
 
 namespace {
 
-// When line begins with key (case folded), cuts the key off and answers true.
-bool TakeKey(CTextString& line, const char* key, int keyLength)
+const char LeftKey[] = "LeftArgQuote=";
+const char RightKey[] = "RightArgQuote=";
+
+// The first byte behind key into quote, when line begins with key (case folded) and holds
+// more. True when the line had the key.
+bool TakeValue(const CTextString& line, const char* key, int keyLength, char& quote)
 {
-    if (line.Left(keyLength).CompareNoCase(key, keyLength) != 0)
+    if (!BeginsWithNoCase(line, key, keyLength))
         return false;
-    line.KeepRight(line.Length() - keyLength);
+    if (line.Length() > keyLength)
+        quote = line.Text()[keyLength];
     return true;
 }
 
@@ -23,26 +27,20 @@ bool TakeKey(CTextString& line, const char* key, int keyLength)
 
 bool ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
 {
-    // Every step here may lose a byte or a line for want of memory without a sign of its
-    // own; the seam's count of failures tells.
-    const long failuresBefore = AllocationFailures();
     const CTextString path = PathInFolder(programFolder, "QuoteChars.txt");
     if (path.IsEmpty())
         return false;
     std::FILE* file = OpenStream(path.Text(), "rb");
     if (!file)
-        return AllocationFailures() == failuresBefore;
+        return FileIsMissing(path.Text());
     CTextString line(0);
     while (line.ReadLine(file)) {
         Trim(line, 0x00, 0x20);
-        if (TakeKey(line, "LeftArgQuote=", 13)) {
-            if (!line.IsEmpty())
-                left = line.Text()[0];
-        } else if (TakeKey(line, "RightArgQuote=", 14)) {
-            if (!line.IsEmpty())
-                right = line.Text()[0];
-        }
+        if (!TakeValue(line, LeftKey, sizeof(LeftKey) - 1, left))
+            (void)TakeValue(line, RightKey, sizeof(RightKey) - 1, right);
     }
+    // A line that could not be kept, or a read that failed, stops short of the end.
+    const bool whole = std::feof(file) && !std::ferror(file);
     std::fclose(file);
-    return AllocationFailures() == failuresBefore;
+    return whole;
 }

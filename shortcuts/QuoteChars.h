@@ -14,6 +14,7 @@
 #include "text/TextString.h"
 
 // programFolder: the running program's folder, with or without a trailing backslash. False
-// when memory failed on the way (the path, a line, a key): the two may then not be what the
-// file says, and so when programFolder is empty. A missing file is read whole.
+// when the file is there but could not be read to its end (locked, denied, a read failed,
+// memory for a line), or its path could not be had: the two may then not be what the file
+// says. A missing file is read whole.
 bool ReadQuoteChars(const CTextString& programFolder, char& left, char& right);

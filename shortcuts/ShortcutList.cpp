@@ -3,6 +3,7 @@
 #include "shortcuts/ShortcutList.h"
 
 #include "files/Paths.h"
+#include "files/WholeFile.h"
 #include "files/WindowedFile.h"
 
 namespace {
@@ -19,14 +20,30 @@ bool ComposeReport(const CChain<CTextString>& shortcuts, const CChainNode<CTextS
                                      "Zelmardeck\r\nwill not be able to restore these shortcuts if you "
                                      "uninstall.\r\n");
     for (CChainNode<CTextString>* node = shortcuts.Head(); node && whole; node = node->next) {
-        if (node == leaveOut)
-            continue;
         CTextString shown(0);
-        whole = AssignWhole(shown, *node->payload);
-        shown.CollapseWide();
-        whole = whole && AppendWhole(report, "\r\n") && AppendWhole(report, shown);
+        whole = node == leaveOut || (AssignWhole(shown, *node->payload) && shown.CollapseWide() &&
+                                     AppendWhole(report, "\r\n") && AppendWhole(report, shown));
     }
     return whole;
+}
+
+// Sorts the chain and writes both files for it without leaveOut's entry (null: all), each made
+// whole before it is written. True when "ShortcutList" was written.
+bool WriteList(CChain<CTextString>& shortcuts, const CTextString& programFolder,
+               const CChainNode<CTextString>* leaveOut)
+{
+    SortShortcuts(shortcuts);
+    CTextString list(0);
+    for (CChainNode<CTextString>* node = shortcuts.Head(); node; node = node->next) {
+        if (node != leaveOut && !AppendWhole(list, *node->payload))
+            return false;
+    }
+    if (!WriteWholeFile(ShortcutListPath(programFolder), list))
+        return false;
+    CTextString report(0);
+    if (ComposeReport(shortcuts, leaveOut, report))
+        (void)WriteWholeFile(ShortcutReportPath(programFolder), report);
+    return true;
 }
 
 // The node of the first payload equal to path under CompareTo with case folded, or null.
@@ -75,7 +92,7 @@ bool LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
     if (path.IsEmpty())
         return false;
     if (!file.LoadWhole(path.Text(), bytes))
-        return !PathExists(path.Text());
+        return FileIsMissing(path.Text());
     shortcuts.Clear();
     bool whole = true;
 
@@ -103,66 +120,37 @@ bool LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
     return whole;
 }
 
-ListFiles::ListFiles() : listPath(0), reportPath(0), list(0), report(0) {}
-
-ListChange::ListChange() : added(nullptr), removed(nullptr) {}
-
-bool ComposeList(CChain<CTextString>& shortcuts, const CTextString& programFolder,
-                 const CChainNode<CTextString>* leaveOut, ListFiles& files)
+bool SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
 {
-    SortShortcuts(shortcuts);
-    files.listPath.Assign(ShortcutListPath(programFolder));
-    files.reportPath.Assign(ShortcutReportPath(programFolder));
-    if (files.listPath.IsEmpty() || files.reportPath.IsEmpty())
-        return false;
-    files.list.MakeEmpty();
-    for (CChainNode<CTextString>* node = shortcuts.Head(); node; node = node->next) {
-        if (node != leaveOut && !AppendWhole(files.list, *node->payload))
-            return false;
-    }
-    return ComposeReport(shortcuts, leaveOut, files.report);
+    return WriteList(shortcuts, programFolder, nullptr);
 }
 
-void WriteList(const ListFiles& files)
+bool AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
 {
-    (void)WriteWholeFile(files.listPath.Text(), files.list);
-    (void)WriteWholeFile(files.reportPath.Text(), files.report);
-}
-
-bool PrepareAdd(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
-                ListChange& change)
-{
-    change.added = nullptr;
     if (path.IsEmpty() || FindNoCase(shortcuts, path))
-        return true;
+        return !path.IsEmpty();
     if (!InsertEntry(shortcuts, path, 0))
         return false;
-    change.added = shortcuts.Tail();
-    if (ComposeList(shortcuts, programFolder, nullptr, change.files))
+    CChainNode<CTextString>* added = shortcuts.Tail();
+    if (WriteList(shortcuts, programFolder, nullptr))
         return true;
-    CancelChange(shortcuts, change);
+    shortcuts.Remove(added);
     return false;
 }
 
-bool PrepareRemove(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path,
-                   ListChange& change)
+bool RemoveEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
 {
-    change.removed = FindNoCase(shortcuts, path);
-    return !change.removed || ComposeList(shortcuts, programFolder, change.removed, change.files);
+    CChainNode<CTextString>* listed = FindNoCase(shortcuts, path);
+    if (!listed)
+        return true;
+    if (!WriteList(shortcuts, programFolder, listed))
+        return false;
+    shortcuts.Remove(listed);
+    return true;
 }
 
-void CommitChange(CChain<CTextString>& shortcuts, ListChange& change)
+void DeleteList(const CTextString& programFolder)
 {
-    if (change.removed)
-        shortcuts.Remove(change.removed);
-    if (change.added || change.removed)
-        WriteList(change.files);
-    change.added = change.removed = nullptr;
-}
-
-void CancelChange(CChain<CTextString>& shortcuts, ListChange& change)
-{
-    if (change.added)
-        shortcuts.Remove(change.added);
-    change.added = change.removed = nullptr;
+    (void)DeleteFileAt(ShortcutListPath(programFolder).Text());
+    (void)DeleteFileAt(ShortcutReportPath(programFolder).Text());
 }

@@ -2,24 +2,15 @@
 
 #include <cstdlib>
 
+#include "text/Faults.h"
+
 namespace {
-// One thread runs the whole system, so plain counters suffice.
-long g_failAt = 0;
-long g_made = 0;
-long g_failures = 0;
+CFaultSeam g_allocations;
 }
 
 void* AllocateBlock(std::size_t n)
 {
-    ++g_made;
-    void* block = nullptr;
-    if (g_failAt != 0 && g_made == g_failAt)
-        g_failAt = 0;
-    else
-        block = std::malloc(n == 0 ? 1 : n);
-    if (!block)
-        ++g_failures;
-    return block;
+    return g_allocations.Passes() ? std::malloc(n == 0 ? 1 : n) : nullptr;
 }
 
 void FreeBlock(void* block)
@@ -29,16 +20,10 @@ void FreeBlock(void* block)
 
 void FailAllocation(long nth)
 {
-    g_made = 0;
-    g_failAt = nth;
+    g_allocations.FailAt(nth);
 }
 
 long AllocationsMade()
 {
-    return g_made;
-}
-
-long AllocationFailures()
-{
-    return g_failures;
+    return g_allocations.Made();
 }

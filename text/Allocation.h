@@ -30,10 +30,6 @@ void HeapDelete(T* object)
     }
 }
 
-// How many allocations have failed since the program started. A run that must not take a
-// failure for a normal outcome (the restore-all run) compares it before and after.
-long AllocationFailures();
-
 // Test control: the nth allocation from now (1 = the next one) fails, once. 0 switches
 // failures off. AllocationsMade counts every allocation attempt since the last call.
 void FailAllocation(long nth);

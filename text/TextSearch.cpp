@@ -165,15 +165,20 @@ bool CTextString::ReadLine(std::FILE* stream)
                 return true;
             continue;
         }
+        const int before = length;
         AppendChar(static_cast<char>(byte));
+        if (length == before)
+            return false;
     }
 }
 
-void CTextString::CollapseWide()
+bool CTextString::CollapseWide()
 {
     if (length == 0)
-        return;
+        return true;
     CTextString narrow((length + 1) / 2);
+    if (!narrow.HasAllocation())
+        return false;
     for (int i = 0; i < length; i += 2)
         narrow.AppendChar(cursor[i]);
     // The terminating unit of a wide string leaves one zero byte behind; only that one goes.
@@ -184,7 +189,8 @@ void CTextString::CollapseWide()
         else
             narrow.Truncate(last);
     }
-    Assign(narrow);
+    Swap(narrow);
+    return true;
 }
 
 CTextString FormatInteger(std::uint32_t value, bool group, int minWidth)

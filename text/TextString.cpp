@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "text/Allocation.h"
 
@@ -400,6 +401,16 @@ void CTextString::MakeEmpty()
         cursor[0] = 0;
 }
 
+void CTextString::Swap(CTextString& other)
+{
+    std::swap(buffer, other.buffer);
+    std::swap(cursor, other.cursor);
+    std::swap(capacity, other.capacity);
+    std::swap(length, other.length);
+    std::swap(borrowed, other.borrowed);
+    std::swap(skipTable, other.skipTable);
+}
+
 void CTextString::Rebase()
 {
     if (cursor == buffer)
@@ -453,6 +464,16 @@ void Trim(CTextString& text, unsigned char low, unsigned char high)
 {
     TrimLeft(text, low, high);
     TrimRight(text, low, high);
+}
+
+bool BeginsWithNoCase(const CTextString& text, const char* prefix, int n)
+{
+    return text.Length() >= n && CompareBytes(text.Text(), n, prefix, n, g_fold.map) == 0;
+}
+
+bool EndsWithNoCase(const CTextString& text, const char* suffix, int n)
+{
+    return text.Length() >= n && CompareBytes(text.Text() + text.Length() - n, n, suffix, n, g_fold.map) == 0;
 }
 
 unsigned char FoldCase(unsigned char ch)

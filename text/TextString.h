@@ -76,6 +76,8 @@ public:
     void Truncate(int n);
     CTextString& KeepRight(int n);
     void MakeEmpty();
+    // Exchanges the two texts whole, allocations included; nothing is copied, so it cannot fail.
+    void Swap(CTextString& other);
     void Rebase();
     void Compact();
 
@@ -90,13 +92,16 @@ public:
     void Replace(const char* search, const char* replacement);
     void Replace(const CTextString& search, const CTextString& replacement);
 
-    // Input and output.
+    // Input and output. ReadLine gives the next line that is not empty, without its CR or LF;
+    // false at the end of the stream, or when a byte could not be kept: the stream is then
+    // not at its end, which is how a reader tells a line lost from the last one.
     bool ReadLine(std::FILE* stream);
     int ReadFromHandle(FileHandle file, std::uint32_t n);
     int WriteToHandle(FileHandle file) const;
 
     // Keeps the bytes at even offsets: UTF-16 text whose units fit a byte becomes plain text.
-    void CollapseWide();
+    // False, and the text untouched, when the plain text could not be had whole.
+    [[nodiscard]] bool CollapseWide();
 
 private:
     void Grow(const void* bytes, int n);
@@ -115,6 +120,10 @@ void Trim(CTextString& text, unsigned char low, unsigned char high);
 // The system's one case fold: ASCII lower case to upper case, every other byte as it is.
 unsigned char FoldCase(unsigned char ch);
 bool IsLetter(unsigned char ch);
+// True when text begins (ends) with the n bytes of prefix (suffix), letters in any case.
+// Compared in place: a copy of a part of the text that could not be had would tell "no".
+bool BeginsWithNoCase(const CTextString& text, const char* prefix, int n);
+bool EndsWithNoCase(const CTextString& text, const char* suffix, int n);
 
 // Assign and Append that tell whether all of the text went in: false when memory failed and
 // to holds only part of it, which nothing may then be written from. text is not null.

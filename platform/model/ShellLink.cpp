@@ -4,11 +4,14 @@
 
 #include "platform/model/ShellLinkModel.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <map>
 #include <tuple>
 
 #include "platform/model/DialogModel.h"
+#include "platform/posix/IoFaults.h"
 #include "text/TextString.h"
 
 // Both interfaces of one stand-in object point at the same record, as COM's do.
@@ -42,18 +45,24 @@ std::string& Field(LinkFile& file, LinkText which)
     return *fields[which];
 }
 
-// Logs the call; what the step answers: the failure asked for, or ShellOk to do its work.
+// Logs the call; what the step answers: a failure of the I/O seams or the one asked for, or
+// ShellOk to do its work.
 ShellResult Record(Step step, const std::string& line)
 {
     DialogModel().calls.push_back(line);
+    const bool writes = step == StepSave || step == StepReplace || step == StepDelete;
+    if (!IoCalls().Passes() || (writes && !IoWrites().Passes()))
+        return Failed;
     return TheStore().failures.count(step) ? TheStore().failures[step] : ShellOk;
 }
 
-ShellResult Give(Step step, const char* name, ShellLinkInterface* link, LinkText which, char* buffer, int capacity)
+// A text into a buffer of capacity bytes, terminator included when it fits: a longer text
+// fills the buffer without one, as the shell used in the tests leaves it.
+ShellResult Give(Step step, const char* name, const std::string& text, char* buffer, int capacity)
 {
     if (const ShellResult failed = Record(step, name))
         return failed;
-    buffer[Field(link->current, which).copy(buffer, static_cast<std::size_t>(capacity - 1))] = 0;
+    std::memcpy(buffer, text.c_str(), std::min(text.size() + 1, static_cast<std::size_t>(capacity)));
     return ShellOk;
 }
 
@@ -98,11 +107,21 @@ void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().fil
 
 void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().wide[path][text] = units; }
 
-LinkFile GetFile(const std::string& widePath) { return TheStore().files[widePath]; }
+LinkFile GetFile(const std::string& widePath)
+{
+    const auto found = TheStore().files.find(widePath);
+    return found == TheStore().files.end() ? LinkFile() : found->second;
+}
 
 int SaveCount(const std::string& widePath) { return TheStore().saves[widePath]; }
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
+
+CFaultSeam& Garbles()
+{
+    static CFaultSeam seam;
+    return seam;
+}
 
 }   // namespace ShellLinkModel
 
@@ -143,32 +162,60 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
     return ShellOk;
 }
 
+bool IsLinkFileMissing(ShellResult result) { return result == NotFound; }
+
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
     if (const ShellResult failed = Record(StepSave, "Save"))
         return failed;
-    TheStore().files[Key(widePath)] = ObjectOf(file)->current;
+    LinkFile saved = ObjectOf(file)->current;
+    if (!Garbles().Passes())
+        saved = {saved.path, saved.iconPath, saved.arguments, saved.workDir, saved.iconIndex, saved.description};
+    TheStore().files[Key(widePath)] = saved;
     TheStore().wide[Key(widePath)] = ObjectOf(file)->wide;
-    ++TheStore().saves[Key(widePath)];
     return ShellOk;
+}
+
+ShellResult ReplaceLinkFile(const CTextString& fromWidePath, const CTextString& toWidePath)
+{
+    Store& store = TheStore();
+    if (const ShellResult failed = Record(StepReplace, "Replace"))
+        return failed;
+    const auto found = store.files.find(Key(fromWidePath));
+    if (found == store.files.end())
+        return NotFound;
+    store.files[Key(toWidePath)] = found->second;
+    store.wide[Key(toWidePath)] = store.wide[Key(fromWidePath)];
+    store.files.erase(found);
+    store.wide.erase(Key(fromWidePath));
+    ++store.saves[Key(toWidePath)];
+    return ShellOk;
+}
+
+ShellResult DeleteLinkFile(const CTextString& widePath)
+{
+    if (const ShellResult failed = Record(StepDelete, "Delete"))
+        return failed;
+    TheStore().wide.erase(Key(widePath));
+    return TheStore().files.erase(Key(widePath)) ? ShellOk : NotFound;
 }
 
 ShellResult ResolveLink(ShellLinkInterface*, void*) { return Record(StepResolve, "Resolve"); }
 
 ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    const ShellResult result = Give(StepGetPath, "GetPath", link, LinkTextPath, buffer, capacity);
+    const ShellResult result = Give(StepGetPath, "GetPath", link->current.path, buffer, capacity);
     return result == ShellOk && link->current.path.empty() ? ShellFalse : result;
 }
 
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetArguments, "GetArguments", link, LinkTextArguments, buffer, capacity);
+    return Give(StepGetArguments, "GetArguments", link->current.arguments, buffer, capacity);
 }
 
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index)
 {
-    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link, LinkTextIconLocation, buffer, capacity);
+    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link->current.iconPath, buffer, capacity);
     if (result == ShellOk)
         *index = link->current.iconIndex;
     return result;
@@ -176,7 +223,12 @@ ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capa
 
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link, LinkTextWorkingDirectory, buffer, capacity);
+    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link->current.workDir, buffer, capacity);
+}
+
+ShellResult GetLinkDescription(ShellLinkInterface* link, char* buffer, int capacity)
+{
+    return Give(StepGetDescription, "GetDescription", link->current.description, buffer, capacity);
 }
 
 // Not recorded among the calls: it reads what the single-byte reads already did.

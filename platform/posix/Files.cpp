@@ -4,6 +4,7 @@
 // from the permission bits, so that both builds agree.
 
 #include "platform/Files.h"
+#include "platform/posix/IoFaults.h"
 
 #include <cerrno>
 #include <climits>
@@ -32,6 +33,17 @@ bool Fail(std::uint32_t error)
 {
     g_lastError = error;
     return false;
+}
+
+const std::uint32_t ErrorLocked = 32;   // ERROR_SHARING_VIOLATION
+
+// True when the test seams fail this call; the error is then left for LastFileError.
+bool Faulted(bool writes, std::uint32_t error = ErrorAccessDenied)
+{
+    if (IoCalls().Passes() && (!writes || IoWrites().Passes()))
+        return false;
+    g_lastError = error;
+    return true;
 }
 
 // Maps a Windows path to a native one. False (error 3) for another drive, a path too long,
@@ -237,7 +249,7 @@ bool Advance(Search& search, FindData* data)
 FileHandle OpenFileForReading(const char* path)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native))
+    if (Faulted(false, ErrorLocked) || !ToNative(path, native))
         return InvalidFileHandle;
     const int file = open(native, O_RDONLY | O_CLOEXEC);
     if (file < 0) {
@@ -259,7 +271,7 @@ FileHandle OpenFileForReading(const char* path)
 FileHandle CreateFileForWriting(const char* path)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native))
+    if (Faulted(true) || !ToNative(path, native))
         return InvalidFileHandle;
     if (RefusedAsReadOnly(native)) {
         Fail(ErrorAccessDenied);
@@ -278,7 +290,12 @@ bool CloseFile(FileHandle file)
 {
     if (file < 0 || file > INT_MAX)
         return Fail(6);
-    return close(static_cast<int>(file)) == 0 ? Succeed() : FailErrno(nullptr);
+    // A close the seam fails still gives the descriptor back, as CloseHandle does.
+    const bool faulted = Faulted(false);
+    const bool closed = close(static_cast<int>(file)) == 0;
+    if (faulted)
+        return false;
+    return closed ? Succeed() : FailErrno(nullptr);
 }
 
 bool ReadFromFile(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t* delivered)
@@ -286,6 +303,8 @@ bool ReadFromFile(FileHandle file, void* buffer, std::uint32_t n, std::uint32_t*
     *delivered = 0;
     if (file < 0 || file > INT_MAX)
         return Fail(6);
+    if (Faulted(false))
+        return false;
     char* into = static_cast<char*>(buffer);
     // A read is retried until it has n bytes or meets the end, as ReadFile on a disk file.
     // A disk file gives less than was asked only at its end, so a short read ends the
@@ -311,6 +330,14 @@ bool WriteToFile(FileHandle file, const void* bytes, std::uint32_t n, std::uint3
     if (file < 0 || file > INT_MAX)
         return Fail(6);
     const char* from = static_cast<const char*>(bytes);
+    // A fault fills the disk halfway through the bytes; a crash writes none of them.
+    if (!IoCalls().Passes()) {
+        const ssize_t put = write(static_cast<int>(file), from, n / 2);
+        *written = put > 0 ? static_cast<std::uint32_t>(put) : 0;
+        return Fail(ErrorDiskFull);
+    }
+    if (!IoWrites().Passes())
+        return Fail(ErrorDiskFull);
     while (*written < n) {
         const ssize_t put = write(static_cast<int>(file), from + *written, n - *written);
         if (put < 0) {
@@ -321,6 +348,15 @@ bool WriteToFile(FileHandle file, const void* bytes, std::uint32_t n, std::uint3
         *written += static_cast<std::uint32_t>(put);
     }
     return Succeed();
+}
+
+bool FlushFile(FileHandle file)
+{
+    if (file < 0 || file > INT_MAX)
+        return Fail(6);
+    if (Faulted(true, ErrorDiskFull))
+        return false;
+    return fsync(static_cast<int>(file)) == 0 ? Succeed() : FailErrno(nullptr);
 }
 
 bool SeekFile(FileHandle file, std::int64_t distance, SeekOrigin origin, std::uint64_t* position)
@@ -341,10 +377,22 @@ std::uint32_t LastFileError()
     return g_lastError;
 }
 
+CFaultSeam& IoCalls()
+{
+    static CFaultSeam seam;
+    return seam;
+}
+
+CFaultSeam& IoWrites()
+{
+    static CFaultSeam seam;
+    return seam;
+}
+
 std::uint32_t GetAttributes(const char* path)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native))
+    if (Faulted(false) || !ToNative(path, native))
         return InvalidAttributes;
     struct stat facts;
     if (stat(native, &facts) != 0) {
@@ -358,7 +406,7 @@ std::uint32_t GetAttributes(const char* path)
 bool SetAttributes(const char* path, std::uint32_t attributes)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native))
+    if (Faulted(true) || !ToNative(path, native))
         return false;
     struct stat facts;
     if (stat(native, &facts) != 0)
@@ -375,7 +423,7 @@ bool CopyFileOver(const char* from, const char* to)
 {
     char source[NativePathSize];
     char target[NativePathSize];
-    if (!ToNative(from, source) || !ToNative(to, target))
+    if (Faulted(true) || !ToNative(from, source) || !ToNative(to, target))
         return false;
     if (IsFolder(source) || IsFolder(target) || RefusedAsReadOnly(target))
         return Fail(ErrorAccessDenied);
@@ -422,17 +470,38 @@ bool CopyFileOver(const char* from, const char* to)
 bool DeleteFileAt(const char* path)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native))
+    if (Faulted(true, ErrorLocked) || !ToNative(path, native))
         return false;
     if (IsFolder(native) || RefusedAsReadOnly(native))
         return Fail(ErrorAccessDenied);
     return unlink(native) == 0 ? Succeed() : FailErrno(native);
 }
 
+bool MoveFileOver(const char* from, const char* to)
+{
+    char source[NativePathSize];
+    char target[NativePathSize];
+    if (Faulted(true) || !ToNative(from, source) || !ToNative(to, target))
+        return false;
+    if (IsFolder(source) || IsFolder(target) || RefusedAsReadOnly(target))
+        return Fail(ErrorAccessDenied);
+    if (rename(source, target) != 0)
+        return FailErrno(source);
+    // Through to the disk, as MOVEFILE_WRITE_THROUGH asks: the folder that holds the name.
+    char folder[NativePathSize];
+    ParentOf(target, folder);
+    const int handle = open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle >= 0) {
+        fsync(handle);
+        close(handle);
+    }
+    return Succeed();
+}
+
 FindHandle FindFirst(const char* pattern, FindData* data)
 {
     char native[NativePathSize];
-    if (!ToNative(pattern, native))
+    if (Faulted(false) || !ToNative(pattern, native))
         return InvalidFindHandle;
     int slot = 0;
     while (slot < SearchSlots && g_searches[slot].folder)
@@ -470,6 +539,8 @@ bool FindNext(FindHandle search, FindData* data)
 {
     if (search < 0 || search >= SearchSlots || !g_searches[search].folder)
         return Fail(6);
+    if (Faulted(false))
+        return false;
     return Advance(g_searches[search], data) ? Succeed() : Fail(ErrorNoMoreFiles);
 }
 
@@ -559,9 +630,11 @@ std::uint32_t GetLogicalDriveMask()
 std::FILE* OpenStream(const char* path, const char* mode)
 {
     char native[NativePathSize];
-    if (!ToNative(path, native) || !mode)
+    if (!mode)
         return nullptr;
     const bool writes = std::strpbrk(mode, "wa+") != nullptr;
+    if (Faulted(writes, ErrorLocked) || !ToNative(path, native))
+        return nullptr;
     if (IsFolder(native) || (writes && RefusedAsReadOnly(native))) {
         Fail(ErrorAccessDenied);
         return nullptr;

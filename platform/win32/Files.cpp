@@ -88,6 +88,11 @@ bool WriteToFile(FileHandle file, const void* bytes, std::uint32_t n, std::uint3
     return done ? Succeed() : false;
 }
 
+bool FlushFile(FileHandle file)
+{
+    return FlushFileBuffers(AsHandle(file)) ? Succeed() : false;
+}
+
 bool SeekFile(FileHandle file, std::int64_t distance, SeekOrigin origin, std::uint64_t* position)
 {
     LARGE_INTEGER move;
@@ -127,6 +132,11 @@ bool CopyFileOver(const char* from, const char* to)
 bool DeleteFileAt(const char* path)
 {
     return DeleteFileA(path) ? Succeed() : false;
+}
+
+bool MoveFileOver(const char* from, const char* to)
+{
+    return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) ? Succeed() : false;
 }
 
 FindHandle FindFirst(const char* pattern, FindData* data)

@@ -97,12 +97,40 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
     return hr;
 }
 
+bool IsLinkFileMissing(ShellResult result)
+{
+    return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) || result == HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
+}
+
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
 {
     wchar_t* path = WideCopy(widePath);
     if (!path)
         return E_OUTOFMEMORY;
-    const HRESULT hr = FileOf(file)->Save(path, TRUE);
+    const HRESULT hr = FileOf(file)->Save(path, FALSE);
+    FreeBlock(path);
+    return hr;
+}
+
+ShellResult ReplaceLinkFile(const CTextString& fromWidePath, const CTextString& toWidePath)
+{
+    wchar_t* from = WideCopy(fromWidePath);
+    wchar_t* to = WideCopy(toWidePath);
+    HRESULT hr = E_OUTOFMEMORY;
+    if (from && to)
+        hr = MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) ? S_OK
+                                                                                    : HRESULT_FROM_WIN32(GetLastError());
+    FreeBlock(from);
+    FreeBlock(to);
+    return hr;
+}
+
+ShellResult DeleteLinkFile(const CTextString& widePath)
+{
+    wchar_t* path = WideCopy(widePath);
+    if (!path)
+        return E_OUTOFMEMORY;
+    const HRESULT hr = DeleteFileW(path) ? S_OK : HRESULT_FROM_WIN32(GetLastError());
     FreeBlock(path);
     return hr;
 }
@@ -134,6 +162,11 @@ ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capa
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
     return LinkOf(link)->GetWorkingDirectory(buffer, capacity);
+}
+
+ShellResult GetLinkDescription(ShellLinkInterface* link, char* buffer, int capacity)
+{
+    return LinkOf(link)->GetDescription(buffer, capacity);
 }
 
 ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "files/FileWalker.h"
+#include "files/WholeFile.h"
 #include "files/WindowedFile.h"
 #include "tests/chunks/ChunkBytes.h"
 #include "tests/files/FilesFixture.h"
@@ -35,9 +36,14 @@ TEST_F(FilesFixture, PathHelpers)
     EXPECT_FALSE(GetFileFacts(Full("d\\").c_str(), &facts) || GetFileSize64(Full("none").c_str(), &size) || GetFileFacts(base.c_str(), nullptr) ||
                  PathExists(nullptr));
 
-    EXPECT_TRUE(WriteWholeFile(Full("w").c_str(), Make(std::string("a\0b", 3))) && WriteWholeFile(Full("e").c_str(), Make("")));
+    // Whole or not at all, through "<name>.tmp": one left by a crash is replaced; a folder in
+    // the file's place, or a folder that is not there, leaves no file and no temporary.
+    WriteFile("w.tmp", "stale");
+    EXPECT_TRUE(WriteWholeFile(Make(Full("w")), Make(std::string("a\0b", 3))) && WriteWholeFile(Make(Full("e")), Make("")));
+    EXPECT_FALSE(WriteWholeFile(Make(Full("d")), Make("new")) || WriteWholeFile(Make(Full("none\\w")), Make("a")));
     EXPECT_EQ(ReadFile("w") + "|" + ReadFile("e"), std::string("a\0b|", 4));
-    EXPECT_FALSE(WriteWholeFile(Full("none\\w").c_str(), Make("a")));
+    EXPECT_FALSE(PathExists(Full("w.tmp").c_str()) || PathExists(Full("d.tmp").c_str()));
+    EXPECT_TRUE(FileIsMissing(Full("none").c_str()) && FileIsMissing(Full("none\\w").c_str()) && !FileIsMissing(Full("d").c_str()));
     CTextString text("abc");
     EXPECT_TRUE(text.WriteToHandle(InvalidFileHandle) + text.ReadFromHandle(InvalidFileHandle, 5) == -2 && text.IsEmpty());
 }

@@ -1,5 +1,5 @@
-// CLinkDropTarget's link side on the in-memory link object: the calls each step makes, and
-// what each failing step leaves behind.
+// CLinkDropTarget's link side on the in-memory link object: what each failing step leaves
+// behind, the proof of a Save, and loads that are whole or change nothing.
 
 #include <sys/stat.h>
 
@@ -12,46 +12,66 @@ using namespace ShellLinkModel;
 
 TEST_F(FilesFixture, LinkOnTheModel)
 {
-    Reset();
     const LinkFile plain{"C:\\Sim\\sim.exe", "-c \"a b\"", "C:\\Sim", "C:\\Sim\\sim.ico", 3, "kept"};
-    const std::string key = Wide(Full("Sim.lnk")), full = "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.ico|C:\\Sim|3";
-    auto fields = [](const CLinkDropTarget& link) {
-        return Bytes(link.m_linkTarget) + "|" + Bytes(link.m_linkArgs) + "|" + Bytes(link.m_linkIconPath) + "|" +
-               Bytes(link.m_linkWorkDir) + "|" + std::to_string(link.m_linkIconIndex);
-    };
+    const LinkFile restored{"x", "", "", "C:\\Sim\\sim.ico", 3, "kept"};
+    const std::string key = Wide(Full("Sim.lnk")), temporary = key.substr(0, key.size() - 1) + Wide(".lw.tmp");
     CChain<CTextString> profiles;
     ASSERT_TRUE(InsertEntry(profiles, Make("Flight")));
-    // The step that fails; the fields a load leaves; whether the load, the enhanced and the
-    // restored save answer true; the calls each save makes; how many files were written.
-    const std::tuple<Step, std::string, const char*, std::size_t, std::size_t, int> rows[] = {
-        {StepCreate, "||||0", "---", 0, 0, 0}, {StepQueryPersistFile, "||||0", "---", 0, 0, 0},
-        {StepLoad, "||||0", "-++", 5, 4, 2}, {StepResolve, "||||0", "-++", 5, 4, 2}, {StepGetPath, "||||0", "-++", 5, 4, 2},
-        {StepGetArguments, "C:\\Sim\\sim.exe||||0", "-++", 5, 4, 2},
-        {StepGetIconLocation, "C:\\Sim\\sim.exe|-c \"a b\"|||0", "-++", 5, 4, 2},
-        {StepGetWorkingDirectory, "C:\\Sim\\sim.exe|-c \"a b\"|C:\\Sim\\sim.ico||3", "-++", 5, 4, 2},
-        {StepSetPath, full, "+--", 1, 1, 0}, {StepSetWorkingDirectory, full, "+--", 5, 4, 2},
-        {StepSetArguments, full, "+--", 5, 4, 2}, {StepSetIconLocation, full, "+-+", 5, 4, 2}, {StepSave, full, "+--", 5, 4, 0},
+    // The step that fails (past the last: the next save is garbled); whether the load, the
+    // proof, the enhanced and the restored save answer true; the shortcut afterwards.
+    const std::tuple<int, const char*, LinkFile> rows[] = {
+        {StepCreate, "----", plain}, {StepQueryPersistFile, "----", plain}, {StepLoad, "----", plain},
+        {StepGetDescription, "----", plain}, {StepSetPath, "+---", plain}, {StepSetWorkingDirectory, "++--", plain},
+        {StepSetIconLocation, "++-+", restored}, {StepSave, "++--", plain}, {StepReplace, "++--", plain},
+        {StepDelete, "++++", restored}, {StepDelete + 1, "++-+", restored},
     };
-    for (const auto& [step, loaded, answers, enhancedCalls, restoredCalls, saved] : rows) {
+    for (const auto& [step, answers, after] : rows) {
         WriteFile("Sim.lnk", "");
         chmod("Sim.lnk", 0444);   // cleared by every load that gets as far as the file
         Reset();
         PutFile(key, plain);
-        FailStep(step);
+        step > StepDelete ? Garbles().FailAt(1) : FailStep(static_cast<Step>(step));
         CLinkDropTarget link;
-        EXPECT_EQ(link.InitLinkInterfaces(), step > StepQueryPersistFile) << step;
-        link.m_linkPath.Assign(Make(key));
-        std::string answered = link.LoadLink() ? "+" : "-";
-        const std::size_t loadCalls = DialogModel().calls.size();
-        answered += link.SaveEnhanced(Make("C:\\Z\\Zelmar.exe"), Make("x"), Make(""), Make(""), profiles) ? "+" : "-";
-        const std::size_t enhanced = DialogModel().calls.size() - loadCalls;
+        CTextString line(0);
+        std::string answered = link.InitLinkInterfaces() && link.LoadLink(Make(key)) ? "+" : "-";
+        answered += link.ProveEnhanced(Make("x"), Make(""), Make(""), profiles, line) == SaveRefusal::None ? "+" : "-";
+        answered += link.SaveEnhanced(Make("C:\\Z\\Zelmar.exe"), line) ? "+" : "-";
         answered += link.SaveRestored(Make("x"), Make(""), Make("")) ? "+" : "-";
         struct stat facts;
-        EXPECT_EQ(fields(link) + answered, loaded + answers) << step;
-        EXPECT_EQ(std::make_tuple(enhanced, DialogModel().calls.size() - loadCalls - enhanced, SaveCount(key)),
-                  std::make_tuple(enhancedCalls, restoredCalls, saved)) << step;
+        EXPECT_EQ(answered, answers) << step;
+        EXPECT_TRUE(GetFile(key) == after && GetFile(temporary) == LinkFile()) << step;
         EXPECT_TRUE(stat("Sim.lnk", &facts) == 0 && (facts.st_mode & S_IWUSR) == (step > StepQueryPersistFile ? S_IWUSR : 0u));
     }
+
+    // A load reads what a later load reads whole; a failed one keeps what the one before read,
+    // and tells a missing shortcut.
+    Reset();
+    for (auto [name, length] : {std::pair<const char*, int>{"a.lnk", LongestLinkText}, {"b.lnk", LongestLinkText + 1}})
+        PutFile(Wide(name), {"C:\\g.exe", std::string(length, 'a'), "", "", 0, ""});
+    CLinkDropTarget link;
+    bool missing = false;
+    ASSERT_TRUE(link.InitLinkInterfaces() && link.LoadLink(Make(Wide("a.lnk")), &missing) && !missing);
+    EXPECT_FALSE(link.LoadLink(Make(Wide("b.lnk")), &missing) || missing || link.LoadLink(Make(Wide("c.lnk")), &missing));
+    EXPECT_TRUE(missing && link.m_linkPath.Equals(Make(Wide("a.lnk"))) && link.m_linkArgs.Length() == LongestLinkText);
+
+    // The proof: the line a load reads whole, taken apart as it was made, an icon file without
+    // look-alikes, and a target the shell takes back.
+    CTextString line(0);
+    const int room = LongestLinkText - static_cast<int>(std::string(" target=\"C:\\g.exe\" args=\"\"").size());
+    const std::tuple<std::string, std::string, SaveRefusal> proofs[] = {
+        {"C:\\g.exe", std::string(room, 'a'), SaveRefusal::None},
+        {"C:\\g.exe", std::string(room + 1, 'a'), SaveRefusal::TooLong},
+        {"C:\\g\".exe", "", SaveRefusal::Unsupported},
+    };
+    profiles.Clear();
+    for (const auto& [target, args, refusal] : proofs)
+        EXPECT_EQ(link.ProveEnhanced(Make(target), Make(""), Make(args), profiles, line), refusal) << args.size();
+    FailStep(StepSetPath);
+    EXPECT_EQ(link.ProveEnhanced(Make("C:\\g.exe"), Make(""), Make(""), profiles, line), SaveRefusal::TargetRefused);
+    PutWide(Wide("a.lnk"), LinkTextIconLocation, u"C:\\\u6E38.ico");
+    ASSERT_TRUE(link.LoadLink(Make(Wide("a.lnk"))));
+    EXPECT_EQ(link.ProveEnhanced(Make("C:\\g.exe"), Make(""), Make(""), profiles, line), SaveRefusal::Unsupported);
+
     // Dropped, a name with a unit above 0xFF: the attribute calls name no file, the wide path
     // still opens the link. Without an icon file of its own the shortcut shows its target.
     CLinkDropTarget wide;

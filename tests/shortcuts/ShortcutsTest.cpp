@@ -118,25 +118,25 @@ TEST_F(FilesFixture, ShortcutListAndReport)
     const std::string report = " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
                                "will not be able to restore these shortcuts if you uninstall.\r\n";
     list.Clear();
-    auto change = [&](auto prepare, const std::u16string& path, bool commit, const std::string& programFolder) {
-        ListChange pending;
-        const bool ready = prepare(list, Make(programFolder), Make(path.empty() ? "" : Wide(path)), pending);
-        commit ? CommitChange(list, pending) : CancelChange(list, pending);
-        return ready;
-    };
-    for (const char16_t* path : {u"b", u"A", u"a", u""})
-        EXPECT_TRUE(change(PrepareAdd, path, true, base));
-    EXPECT_FALSE(change(PrepareAdd, u"q", true, ""));   // no folder, no files: the chain as it was
-    EXPECT_TRUE(change(PrepareAdd, u"c", false, base));   // cancelled: neither the chain nor the files change
+    auto wide = [](const char16_t* path) { return Make(Wide(path)); };
+    for (const char16_t* path : {u"b", u"A", u"a"})
+        EXPECT_TRUE(AddEntry(list, program, wide(path)));
+    // No path, no folder, or a list the disk refuses: the chain and the files as they were.
+    std::filesystem::create_directory("ShortcutList.tmp");
+    EXPECT_FALSE(AddEntry(list, program, Make("")) || AddEntry(list, Make(""), wide(u"q")) ||
+                 AddEntry(list, program, wide(u"c")) || RemoveEntry(list, program, wide(u"b")));
+    std::filesystem::remove("ShortcutList.tmp");
     EXPECT_EQ(Joined(list) + ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"),
               Wide(u"A") + "|" + Wide(u"b") + "|" + Wide(u"A") + Wide(u"b") + "2 Shortcuts" + report + "\r\nA\r\nb");
-    change(PrepareRemove, u"B", true, base);
+    EXPECT_TRUE(RemoveEntry(list, program, wide(u"B")));
     EXPECT_EQ(ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), Wide(u"A") + "1 Shortcut" + report + "\r\nA");
     std::filesystem::remove("ShortcutList");
-    change(PrepareRemove, u"zz", true, base);
+    EXPECT_TRUE(RemoveEntry(list, program, wide(u"zz")));
     EXPECT_FALSE(std::filesystem::exists("ShortcutList"));
-    change(PrepareRemove, u"a", true, base + "\\");
+    EXPECT_TRUE(RemoveEntry(list, Make(base + "\\"), wide(u"a")));
     EXPECT_EQ(Joined(list) + ReadFile("ShortcutList") + ReadFile("ShortcutList.txt"), "0 Shortcuts" + report);
+    DeleteList(program);
+    EXPECT_FALSE(std::filesystem::exists("ShortcutList") || std::filesystem::exists("ShortcutList.txt"));
 }
 
 // DROPFILES blocks: a 20-byte header whose first field points behind it, fWide at 16.

@@ -66,7 +66,7 @@ TEST(TextString, RandomEditsAndQueriesAgreeWithStdString)
             break;
         }
         case 7:
-            text.CollapseWide();   // the bytes at even offsets, less one zero byte at the end
+            ASSERT_TRUE(text.CollapseWide());   // the bytes at even offsets, less one zero byte at the end
             for (std::size_t i = 0; i < model.size(); i += 2)
                 even += model[i];
             model = even.empty() || even.back() ? even : even.substr(0, even.size() - 1);

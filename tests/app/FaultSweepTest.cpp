@@ -1,0 +1,210 @@
+// The road of a shortcut and a restore-all run with faults: every allocation, every file call
+// and link step failed once in turn, a save the shell garbles, and a crash after every write.
+// After each step the disk and the link store hold what Linkwright promises:
+//   (a) every shortcut left enhanced is named in ShortcutList, so no entry went while its
+//       shortcut was still enhanced;
+//   (c) ShortcutList is whole: entries as they were written, no cut tail;
+//   (d) each shortcut is as it was, wholly enhanced or wholly restored;
+// a step of the road that a fault stopped has told the user (restore-all tells nobody), and
+// nothing is written outside the program's folder. Crashes and leaks are the sanitizers'.
+
+#include "AppFixture.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <set>
+
+#include "platform/posix/IoFaults.h"
+#include "tests/chunks/ChunkBytes.h"
+#include "text/Allocation.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ShellLinkModel::LinkFile;
+using ShellLinkModel::Wide;
+using State = std::map<std::string, std::string>;
+
+const char Race[] = "C:\\Links\\Race.lnk";     // plain; the road enhances and restores it
+const char Other[] = "C:\\Links\\Other.lnk";   // enhanced and listed; restore-all puts it back
+const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
+const LinkFile Sim = {"C:\\Sim\\sim.exe", "", "", "C:\\Sim\\sim.exe", 0, "own"};
+// Where a path cut short would have put a list file: the drive's root and the current folder.
+const char* const StrayPlaces[] = {"/ShortcutList", "/ShortcutList.txt", "ShortcutList", "ShortcutList.txt"};
+
+// A seam of the system: how to fail its nth call from now, and how many calls it has seen.
+struct Seam {
+    const char* name;
+    std::function<void(long)> failAt;
+    std::function<long()> made;
+};
+
+class FaultSweep : public AppFixture {
+protected:
+    // A fresh installation: two profiles, quote characters, Other listed and enhanced.
+    void Prepare()
+    {
+        for (const auto& entry : fs::directory_iterator(nativeFolder))
+            fs::remove_all(entry.path());
+        WriteProgramFile("Zelmar.exe", "MZ");
+        WriteProgramFile("Profiles/a.idprof", Profile("Wheel"));
+        WriteProgramFile("Profiles/b.idprof", Profile("Yoke"));
+        WriteProgramFile("ShortcutList", Wide(Other));
+        WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
+        ResetModels();
+        ShellLinkModel::PutFile(Wide(Race), Game);
+        ShellLinkModel::PutFile(Wide(Other), {ProgramPath("Zelmar.exe"), "profile=\"Wheel\" target=\"C:\\Sim\\sim.exe\"",
+                                              folder, Sim.iconPath, 0, Sim.description});
+    }
+
+    // The files of the installation folder and both shortcuts.
+    State Capture() const
+    {
+        State state;
+        for (const auto& entry : fs::recursive_directory_iterator(nativeFolder)) {
+            if (entry.is_regular_file())
+                state[fs::relative(entry.path(), nativeFolder).string()] = ReadProgramFile(fs::relative(entry.path(), nativeFolder));
+        }
+        for (const char* link : {Race, Other}) {
+            const LinkFile f = ShellLinkModel::GetFile(Wide(link));
+            state[link] = f.path + '|' + f.arguments + '|' + f.workDir + '|' + f.iconPath + '|' +
+                          std::to_string(f.iconIndex) + '|' + f.description;
+        }
+        return state;
+    }
+
+    // The promises broken now, a bit each: 1 (a), 2 (c), 4 (d).
+    int Broken() const
+    {
+        int broken = 0;
+        std::set<std::string> listed;
+        const std::string list = ReadProgramFile("ShortcutList");
+        for (std::size_t start = 0, i = 0; list != "(none)" && start < list.size(); i += 2) {
+            if (i >= list.size()) {
+                broken |= 2;
+                break;
+            }
+            if (list[i] == 0) {
+                listed.insert(list.substr(start, i + 1 - start));
+                start = i = i + 1;
+                i -= 2;
+            }
+        }
+        for (const auto& entry : listed)
+            broken |= entry == Wide(Race) || entry == Wide(Other) ? 0 : 2;
+        const std::tuple<const char*, LinkFile, std::string> links[] = {
+            {Race, Game, " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f {a b}\""},
+            {Other, Sim, " target=\"C:\\Sim\\sim.exe\""}};
+        for (const auto& [link, plain, tail] : links) {
+            const LinkFile f = ShellLinkModel::GetFile(Wide(link));
+            const bool enhanced = f.path == ProgramPath("Zelmar.exe");
+            static const std::regex profiles("(profile=\"[^\"]*\" )*profile=\"[^\"]*\"");
+            const std::size_t cut = f.arguments.size() - std::min(f.arguments.size(), tail.size());
+            const bool whole = enhanced ? f.workDir == folder && f.iconPath == plain.iconPath &&
+                                              f.iconIndex == plain.iconIndex && f.description == plain.description &&
+                                              f.arguments.substr(cut) == tail &&
+                                              std::regex_match(f.arguments.substr(0, cut), profiles)
+                                        : f == plain;
+            broken |= (enhanced && !listed.count(Wide(link)) ? 1 : 0) | (whole ? 0 : 4);
+        }
+        return broken;
+    }
+
+    // Drop, two Adds, Save, the enhanced shortcut dropped and restored; then restore-all.
+    // step(road) after each step; a drop refused shows "no drop", which tells the user as a
+    // message box does.
+    void Play(const std::function<void(bool)>& step)
+    {
+        CLinkDlg dialog;
+        auto drop = [&] {
+            if (!Drop(dialog, Race))
+                DialogModel().messageBoxes.push_back("no drop");
+        };
+        Run(dialog, [&](CModelWindow& window) {
+            step(true);
+            drop();
+            step(true);
+            for (int entry : {1, 0}) {
+                window.controls[IDC_PROFILE_COMBO].selection = {entry};
+                window.Press(IDC_ADD);
+                step(true);
+            }
+            window.Press(IDOK);
+            step(true);
+            drop();
+            window.Press(IDC_RESTORE);
+            step(true);
+        });
+        DialogModel().commandLine = "x -RestoreAll";
+        CLinkDlg().DoModal();
+        step(false);
+    }
+
+    // One clean run gives the count and each step's state; then each call of the seam fails
+    // in turn, every kth only with LW_SWEEP_STRIDE=k. A fault is lost when the step it fell
+    // in left the state as it was, unlike the clean run, without telling the user.
+    void Sweep(const Seam& seam)
+    {
+        long swept = 0, lost = 0, stray = 0;
+        int broken[3] = {};
+        Prepare();
+        std::vector<State> clean{Capture()};
+        seam.failAt(0);
+        Play([&](bool) { clean.push_back(Capture()); });
+        const long count = seam.made();
+        for (long n = 1; n <= count; n += SweepStride(), ++swept) {
+            Prepare();
+            State before = Capture();
+            std::size_t step = 0, boxes = 0;
+            long madeBefore = 0;
+            int brokenHere = 0;
+            seam.failAt(n);
+            Play([&](bool road) {
+                const long made = seam.made();
+                const State after = Capture();
+                lost += road && madeBefore < n && made >= n && DialogModel().messageBoxes.size() == boxes && after == before &&
+                        after != clean[std::min(++step, clean.size() - 1)];
+                brokenHere |= Broken();
+                before = after;
+                madeBefore = made;
+                boxes = DialogModel().messageBoxes.size();
+            });
+            seam.failAt(0);
+            for (int bit = 0; bit < 3; ++bit)
+                broken[bit] += brokenHere >> bit & 1;
+            for (const char* place : StrayPlaces)
+                stray += fs::remove(place) ? 1 : 0;
+        }
+        std::printf("%s: %ld of %ld swept; runs breaking (a) %d, (c) %d, (d) %d; %ld lost, %ld stray\n", seam.name,
+                    swept, count, broken[0], broken[1], broken[2], lost, stray);
+        EXPECT_EQ(0, broken[0] + broken[1] + broken[2] + lost + stray) << seam.name;
+    }
+};
+
+const Seam Allocations{"allocations", FailAllocation, AllocationsMade};
+const Seam IoCallSeam{"file calls and link steps", [](long n) { IoCalls().FailAt(n); }, [] { return IoCalls().Made(); }};
+// A crash after the nth write: that write and those before it are on the disk, none after it.
+const Seam Crashes{"crash after a write", [](long n) { IoWrites().FailAt(n ? n + 1 : 0, true); },
+                   [] { return IoWrites().Made(); }};
+const Seam GarbledSaves{"saves the shell garbles", [](long n) { ShellLinkModel::Garbles().FailAt(n); },
+                        [] { return ShellLinkModel::Garbles().Made(); }};
+
+TEST_F(FaultSweep, EveryAllocationFailedInTurn)
+{
+    Sweep(Allocations);
+}
+
+TEST_F(FaultSweep, EveryFileCallAndLinkStepFailedInTurn)
+{
+    Sweep(IoCallSeam);
+    Sweep(GarbledSaves);
+}
+
+TEST_F(FaultSweep, ACrashAfterEveryWrite)
+{
+    Sweep(Crashes);
+}
+
+}   // namespace
