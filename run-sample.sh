@@ -18,7 +18,7 @@ cmake --build build/windows --target sample
 build="$PWD/build/windows"
 export WINEPREFIX="$build/wineprefix"
 export WINEDEBUG="${WINEDEBUG:--all}"
-export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
+export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe=d}"
 desktop="/desktop=Linkwright,1024x768"
 
 # A wineserver left from making the sample serves no display: start afresh on this one.

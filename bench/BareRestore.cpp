@@ -3,7 +3,9 @@
 // of the shell, with one shell link object for all of them: IPersistFile::Load, Resolve,
 // GetPath, GetArguments, GetIconLocation, GetWorkingDirectory, then SetPath, SetWorkingDirectory,
 // SetArguments and IPersistFile::Save with the values given, which are those the enhanced
-// lines name. Nothing else: no window, no profile, no parsing of the line.
+// lines name, to a temporary beside the shortcut. Then the read-back: the temporary loaded
+// into a second object, its four texts read, and the temporary moved over the shortcut.
+// Nothing else: no window, no profile, no parsing of the line, no comparison.
 //
 // usage: bare_restore LIST TARGET WORKDIR ARGS
 #include <windows.h>
@@ -13,6 +15,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 int main(int argc, char** argv)
@@ -48,10 +51,14 @@ int main(int argc, char** argv)
         return 1;
     IShellLinkA* link = nullptr;
     IPersistFile* file = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA,
-                                reinterpret_cast<void**>(&link))) ||
-        FAILED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file))))
-        return 1;
+    IShellLinkA* check = nullptr;
+    IPersistFile* checkFile = nullptr;
+    for (auto [l, f] : {std::pair{&link, &file}, std::pair{&check, &checkFile}}) {
+        if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA,
+                                    reinterpret_cast<void**>(l))) ||
+            FAILED((*l)->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(f))))
+            return 1;
+    }
     int restored = 0;
     char buffer[16384];
     int icon = 0;
@@ -64,12 +71,20 @@ int main(int argc, char** argv)
             FAILED(link->GetIconLocation(buffer, sizeof buffer, &icon)) ||
             FAILED(link->GetWorkingDirectory(buffer, sizeof buffer)))
             continue;
+        const std::wstring temporary = path + L".lw.tmp";
         if (SUCCEEDED(link->SetPath(argv[2])) && SUCCEEDED(link->SetWorkingDirectory(argv[3])) &&
-            SUCCEEDED(link->SetArguments(argv[4])) && SUCCEEDED(file->Save(path.c_str(), TRUE)))
+            SUCCEEDED(link->SetArguments(argv[4])) && SUCCEEDED(file->Save(temporary.c_str(), FALSE)) &&
+            SUCCEEDED(checkFile->Load(temporary.c_str(), STGM_READWRITE)) &&
+            SUCCEEDED(check->GetPath(buffer, sizeof buffer, nullptr, 0)) &&
+            SUCCEEDED(check->GetArguments(buffer, sizeof buffer)) &&
+            SUCCEEDED(check->GetIconLocation(buffer, sizeof buffer, &icon)) &&
+            SUCCEEDED(check->GetWorkingDirectory(buffer, sizeof buffer)) &&
+            MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             ++restored;
     }
-    file->Release();
-    link->Release();
+    for (IUnknown* object : {static_cast<IUnknown*>(checkFile), static_cast<IUnknown*>(check),
+                             static_cast<IUnknown*>(file), static_cast<IUnknown*>(link)})
+        object->Release();
     CoUninitialize();
     std::printf("%d\n", restored);
     return 0;

@@ -42,8 +42,13 @@ echo "${results[-1]}"
 
 # Under Wine, in a prefix of the benchmarks' own, with a server kept running for the
 # whole run so that neither side pays for starting it.
-export WINEPREFIX="$PWD/$windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-[ -d "$WINEPREFIX" ] || wineboot --init >/dev/null 2>&1
+export WINEPREFIX="$PWD/$windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+# A new prefix's server lingers after wineboot, and a second one started beside it ends at
+# once with status 2: wait for it to go before the persistent one starts.
+if [ ! -d "$WINEPREFIX" ]; then
+  wineboot --init >/dev/null 2>&1
+  wineserver -w
+fi
 wineserver -p
 trap 'wineserver -k 2>/dev/null || true' EXIT
 winpath() { local p="$1"; printf 'Z:%s' "${p//\//\\}"; }

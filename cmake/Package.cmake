@@ -18,5 +18,5 @@ add_test(NAME package_restore_all
                  ${PROJECT_BINARY_DIR}/package-check $<TARGET_FILE:ZelmarStandIn> $<TARGET_FILE:make_profile>)
 set_tests_properties(package_restore_all PROPERTIES
   FIXTURES_REQUIRED wine
-  ENVIRONMENT "WINEPREFIX=${LINKWRIGHT_WINEPREFIX};WINEDEBUG=-all;WINEDLLOVERRIDES=mscoree,mshtml="
+  ENVIRONMENT "${LINKWRIGHT_WINE_ENVIRONMENT}"
   TIMEOUT 300)

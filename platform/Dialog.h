@@ -138,7 +138,8 @@ public:
     void Redraw();   // RedrawWindow: invalidate, erase, update now
 
     // Tool tips for every control of the dialog, enabled or not, texts asked of OnNeedText
-    // with the control's id.
+    // with the control's id. None shows while a box of the dialog has disabled it, and a key
+    // pressed hides the one on show.
     bool EnableToolTips();
     // On the tool tip control of the dialog, if there is one: maximum width in pixels,
     // and how long a tip stays (TTDT_AUTOPOP) in milliseconds.

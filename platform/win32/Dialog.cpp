@@ -17,8 +17,10 @@
 
 namespace {
 
-// The dialog's tool tip control, kept on the dialog window itself.
+// The dialog's tool tip control, and the keyboard hook that hides its tip, kept on the
+// dialog window itself.
 const char ToolTipProperty[] = "LinkwrightToolTip";
+const char KeyHookProperty[] = "LinkwrightKeyHook";
 // Set on the window by EndDialog: from then on the window is not to be shown.
 const char EndedProperty[] = "LinkwrightEnded";
 
@@ -150,7 +152,8 @@ void RelayToToolTip(HWND dialog, UINT message)
 
 // Before it shows a tip, and while it shows one, the tool tip asks which window is under
 // the pointer. Over the dialog the answer is the control found as above: WindowFromPoint
-// passes over a disabled control and answers a combo box's edit part.
+// passes over a disabled control and answers a combo box's edit part. While one of the
+// dialog's boxes has disabled it, the answer is the dialog, which no tool is: no tip shows.
 LRESULT CALLBACK ToolTipProcedure(HWND tip, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR data)
 {
     if (message == TTM_WINDOWFROMPOINT) {
@@ -158,12 +161,26 @@ LRESULT CALLBACK ToolTipProcedure(HWND tip, UINT message, WPARAM wParam, LPARAM 
         POINT screen = *reinterpret_cast<const POINT*>(lParam);
         HWND under = WindowFromPoint(screen);
         if (under == dialog || IsChild(dialog, under))
-            return reinterpret_cast<LRESULT>(ControlAt(dialog, screen));
+            return reinterpret_cast<LRESULT>(IsWindowEnabled(dialog) ? ControlAt(dialog, screen) : dialog);
         return reinterpret_cast<LRESULT>(under);
     }
     if (message == WM_NCDESTROY)
         RemoveWindowSubclass(tip, ToolTipProcedure, 0);
     return DefSubclassProc(tip, message, wParam, lParam);
+}
+
+// A key pressed hides the tip on show, as the framework's tips do. The thread's keyboard hook
+// sees every key before the control that has the focus; the tip is the one of the dialog that
+// holds the focus, if it has one.
+LRESULT CALLBACK KeyHidesTip(int code, WPARAM key, LPARAM flags)
+{
+    const bool pressed = (flags & 0x80000000) == 0;   // the transition bit: 0 for a key going down
+    HWND focus = GetFocus();
+    if (code == HC_ACTION && pressed && focus) {
+        if (HWND tip = ToolTipOf(GetAncestor(focus, GA_ROOT)))
+            SendMessageA(tip, TTM_POP, 0, 0);
+    }
+    return CallNextHookEx(nullptr, code, key, flags);
 }
 
 }   // namespace
@@ -195,6 +212,8 @@ INT_PTR CALLBACK CDialogRouter::Procedure(HWND window, UINT message, WPARAM wPar
     if (!dialog)
         return FALSE;
     if (message == WM_NCDESTROY) {
+        if (HHOOK hook = static_cast<HHOOK>(RemovePropA(window, KeyHookProperty)))
+            UnhookWindowsHookEx(hook);
         RemovePropA(window, ToolTipProperty);
         RemovePropA(window, EndedProperty);
         dialog->window = nullptr;
@@ -546,6 +565,8 @@ bool CDialog::EnableToolTips()
         return false;
     SetPropA(dialog, ToolTipProperty, tip);
     SetWindowSubclass(tip, ToolTipProcedure, 0, reinterpret_cast<DWORD_PTR>(dialog));
+    if (HHOOK hook = SetWindowsHookExA(WH_KEYBOARD, KeyHidesTip, nullptr, GetCurrentThreadId()))
+        SetPropA(dialog, KeyHookProperty, hook);
     return true;
 }
 

@@ -22,6 +22,8 @@ const char kEdited[] = "combo+ add+ list+ remove+ save+ restore+ label+ help+ cl
 
 const char kListNotice[] = " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
                            "will not be able to restore these shortcuts if you uninstall.\r\n";
+const char kWriteError[] = "Shortcut Write Error|There was an unknown problem while trying to modify this shortcut. Try "
+                           "again or modify the shortcut by hand.|icon";
 // Made in neither the sorted nor the byte order; two names differ in letter case only.
 const char* const kProfiles[][2] = {{"wheel.idprof", "Racing Wheel"}, {"yoke.idprof", "Flight Yoke"},
                                     {"stick.idprof", "Arcade Stick"}, {"loud.idprof", "flight yoke"}};
@@ -94,6 +96,21 @@ struct ProgramTest : testing::Test, Session {
         ASSERT_TRUE(run.Start(Path("Linkwright.exe"), "", folder) && (dialog = run.WaitForWindow(kDialogTitle, 30000)));
     }
 
+    // The box that shows with this caption, as "caption|text|icon" (a message box's text is
+    // its control of id 0xFFFF; only an icon control answers with an icon), once it is owned
+    // by the dialog and answered with OK.
+    std::string Box(const std::string& caption)
+    {
+        const HWND box = run.WaitForWindow(caption);
+        std::string icon = "|no icon";
+        for (HWND child = nullptr; box && (child = FindWindowExA(box, child, nullptr, nullptr));)
+            icon = Ask(child, STM_GETICON, 0, 0) > 0 ? "|icon" : icon;
+        const std::string shown = box ? Text(box) + "|" + Text(GetDlgItem(box, 0xFFFF)) + icon : "no box";
+        const bool answered = box && Text(GetWindow(box, GW_OWNER)) == kDialogTitle && Press(box, IDOK)
+                              && WaitUntil([&] { return !IsWindow(box); });
+        return answered ? shown : shown + " (not answered)";
+    }
+
     // A picture of the window, taken once the dialog is seen in its state.
     void Snap(HWND window, const std::string& name, const char* state = nullptr) const
     {
@@ -108,11 +125,13 @@ struct ProgramTest : testing::Test, Session {
 
 // The shortcut starts read-only, and is saved without the bit. Pictures of every state and of
 // help are taken on the way. A tip shows for the control under a resting pointer, disabled or
-// not, and a combo box's edit part counts as the combo box.
+// not, a combo box's edit part counts as the combo box, and a key hides the tip. A drop that
+// fails to load changes nothing: Restore then restores the shortcut shown.
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
-    ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
-    const auto tip = [&](int id, const char* text) { return RestPointer(dialog, Centre(Control(id))) && run.WaitForWindow(text); };
+    ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && WriteBytes(Path("Links\\Broken.lnk"), "not a shortcut")
+                && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY));
+    const auto tip = [&](int id, const char* text) { return RestPointer(dialog, Centre(Control(id))) ? run.WaitForWindow(text) : nullptr; };
     Start();
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
     const auto byName = [](const std::string& a, const std::string& b) { return lstrcmpiA(a.c_str(), b.c_str()) < 0; };
@@ -122,8 +141,10 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     const HWND help = run.WaitForWindow("Help for Linkwright");
     Snap(help, "help-dialog");
     ASSERT_TRUE(Press(help, IDOK) && WaitUntil([&] { return !IsWindow(help); }));
-    EXPECT_TRUE(tip(IDOK, "Press this button to save changes made to the current shortcut. Changes are not saved until "
-                          "this button is pressed."));
+    const HWND shown = tip(IDOK, "Press this button to save changes made to the current shortcut. Changes are not saved "
+                                 "until this button is pressed.");
+    // Hidden by the key well before its 5 s are over.
+    EXPECT_TRUE(shown && PressKey(dialog, VK_SHIFT, 1) && WaitUntil([&] { return !IsWindowVisible(shown); }, 1500));
 
     // Of several names only the first counts: the shortcut is taken.
     ASSERT_TRUE(Drop({link, Path("Links\\Notes.txt")}, [&] { return Enabled(IDC_ADD); }));
@@ -160,14 +181,56 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     enhanced.arguments = "profile=\"Flight Yoke\" profile=\"Arcade Stick\"" + tail;
     EXPECT_EQ(Files(), Describe(enhanced) + lists);
 
+    Drag({Path("Links\\Broken.lnk")});
+    EXPECT_EQ(Box("Load Failure").substr(0, 13), "Load Failure|");
+    ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }) && Text(Control(IDC_SHORTCUT_NAME)) == "Racer");
     ASSERT_TRUE(Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE) && Rows() == 0; }));
     EXPECT_EQ(Files(), Describe(game) + "0 Shortcuts" + kListNotice);
 }
 
-// Every refusal shows its box and writes nothing. The row's shortcut, listed in ShortcutList,
-// is refused at a start (without Zelmar.exe, or with -RestoreAll and without profile files), on
-// the drop, or at Save after one Add with a folder in the shortcut's place.
-enum class When { StartWithoutParent, RestoreAllWithoutProfiles, Drop, SaveOverAFolder };
+// Shortcuts at the edges go through whole, enhanced and restored, or are refused untouched.
+// One stores a relative path to its target: a shell whose writer garbles such a shortcut, as
+// the one of the tests does, is caught by the read-back and the Save is refused. One has the
+// longest enhanced line that a load reads back whole (a reading that fills the 16,383 bytes it
+// is given may have been cut short, so 16,381 bytes); one has a line a byte longer.
+TEST_F(ProgramTest, ShortcutsAtTheEdges)
+{
+    const std::string head = "profile=\"Flight Yoke\" target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder);
+    const std::string longest(16381 - head.size() - 8, 'a');
+    const char* const tooLong = "Shortcut Too Long|The enhanced shortcut would be too long to be restored. Remove a "
+                                "profile or shorten the shortcut's arguments.|no icon";
+    const std::tuple<const char*, Shortcut, Names> rows[] = {   // the file, its shortcut, the outcomes allowed
+        {"Relative", {game.target, game.arguments, game.folder, game.icon, 0, false, true}, {"saved", kWriteError}},
+        {"Longest", {game.target, longest, game.folder, game.icon}, {"saved"}},
+        {"Longer", {game.target, longest + "a", game.folder, game.icon}, {tooLong}}};
+    Start();
+    for (const auto& [name, shortcut, allowed] : rows) {
+        const std::string file = Path("Links\\") + name + ".lnk", before = Describe(shortcut);
+        const std::string args = shortcut.relative ? "-map [C:\\My Maps\\one.map] -fast" : shortcut.arguments;
+        ASSERT_TRUE(WriteShortcut(file, shortcut) && ReadShortcut(file) == before);
+        ASSERT_TRUE(Drop({file}, [&] { return Text(Control(IDC_SHORTCUT_NAME)) == name; }) && Add("Flight Yoke") && Press(dialog, IDOK));
+        std::string outcome;
+        ASSERT_TRUE(WaitUntil([&] {
+            for (const char* caption : {"Shortcut Too Long", "Shortcut Write Error"})
+                if (run.WaitForWindow(caption, 0))
+                    return !(outcome = Box(caption)).empty();
+            return Enabled(IDC_RESTORE) && !(outcome = "saved").empty();
+        })) << name;
+        EXPECT_NE(std::find(allowed.begin(), allowed.end(), outcome), allowed.end()) << outcome;
+        if (outcome == "saved") {
+            EXPECT_EQ(ReadShortcut(file), Describe({Path("Zelmar.exe"), head + " args=\"" + args + "\"", folder, game.icon}));
+            ASSERT_TRUE(Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE); }));
+        }
+        EXPECT_EQ(ReadShortcut(file), before) << name;
+    }
+}
+
+// Every refusal shows its box and writes nothing. The row's shortcut, listed in ShortcutList
+// unless the list is refused, is refused at a start (without Zelmar.exe, or with -RestoreAll
+// and without profile files), on the drop, or at Save after one Add: with a folder in the
+// shortcut's place, with a list the disk refuses to write, or with its target gone, which the
+// shell will not take back on Restore.
+enum class When { StartWithoutParent, RestoreAllWithoutProfiles, Drop, SaveOverAFolder, SaveListRefused, SaveTargetGone };
 
 struct Refusal {
     const char* name;
@@ -181,9 +244,13 @@ struct RefusalTest : ProgramTest, testing::WithParamInterface<Refusal> {};
 TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
 {
     const Refusal& row = GetParam();
+    const std::string list = row.when == When::SaveListRefused ? "" : ListBytes({link});
+    const std::string target = Path(row.shortcut.target);
+    ASSERT_TRUE(row.when != When::SaveTargetGone || CopyFileA(LW_ZELMAR_EXE, target.c_str(), FALSE));
     ASSERT_TRUE(row.shortcut.target.empty() ? WriteBytes(link, "not a shortcut")
-                : WriteShortcut(link, {Path(row.shortcut.target), row.shortcut.arguments, Path(row.shortcut.folder)}));
-    ASSERT_TRUE(WriteBytes(Path("ShortcutList"), ListBytes({link})));
+                : WriteShortcut(link, {target, row.shortcut.arguments, Path(row.shortcut.folder)}));
+    ASSERT_TRUE(WriteBytes(Path("ShortcutList"), list) && (row.when != When::SaveTargetGone || DeleteFileA(target.c_str())));
+    ASSERT_TRUE(row.when != When::SaveListRefused || CreateDirectoryA(Path("ShortcutList.tmp").c_str(), nullptr));
     ASSERT_TRUE(row.when != When::StartWithoutParent || DeleteFileA(Path("Zelmar.exe").c_str()));
     for (const auto& [file, name] : kProfiles)
         ASSERT_TRUE(row.when != When::RestoreAllWithoutProfiles || DeleteFileA(Path(std::string("Profiles\\") + file).c_str()));
@@ -194,29 +261,22 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
     else {
         Start();
         Drag({link});
-        ASSERT_TRUE(row.when != When::SaveOverAFolder
-                    || (Dropped([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke") && DeleteFileA(link.c_str())
-                        && CreateDirectoryA(link.c_str(), nullptr) && Press(dialog, IDOK)));
+        ASSERT_TRUE(row.when == When::Drop
+                    || (Dropped([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke")
+                        && (row.when != When::SaveOverAFolder || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)))
+                        && Press(dialog, IDOK)));
     }
-    // The box as it shows, "caption|text|icon" (a message box's text is its control of id 0xFFFF;
-    // only an icon control answers with an icon), owned by the dialog, answered with OK.
-    const HWND box = run.WaitForWindow(row.box.substr(0, row.box.find('|')));
-    ASSERT_TRUE(box) << "no box";
-    std::string icon = "|no icon";
-    for (HWND child = nullptr; (child = FindWindowExA(box, child, nullptr, nullptr));)
-        icon = Ask(child, STM_GETICON, 0, 0) > 0 ? "|icon" : icon;
-    EXPECT_EQ(Text(box) + "|" + Text(GetDlgItem(box, 0xFFFF)) + icon, row.box);
-    EXPECT_TRUE(Text(GetWindow(box, GW_OWNER)) == kDialogTitle && Press(box, IDOK) && WaitUntil([&] { return !IsWindow(box); }));
+    EXPECT_EQ(Box(row.box.substr(0, row.box.find('|'))), row.box);
     if (row.when < When::Drop)
         EXPECT_TRUE(!run.WaitForWindow(kDialogTitle, 20000) && run.WaitForEnd(0)) << "the dialog showed, or the program stayed";
     else
         ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }));
-    EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")),
-              (row.when == When::SaveOverAFolder ? "<missing>" : before) + ListBytes({link}));
+    EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")), (row.when == When::SaveOverAFolder ? "<missing>" : before) + list);
 }
 
 // Ω, ł and a CJK character: beyond the code page.
 const std::string kWorld = "\u03A9mega \u0142\u00F3d\u017A \u6E38";
+
 const char kEnhancedArgs[] = "profile=\"Racing Wheel\" target=\"C:\\Games\\race.exe\"";
 const Refusal kRefusals[] = {
     {"NoParent", When::StartWithoutParent, {"Zelmar.exe", kEnhancedArgs},
@@ -226,8 +286,10 @@ const Refusal kRefusals[] = {
      "Create a profile for the intended application, and restart Linkwright|no icon"},
     {"NoShortcut", When::Drop, {}, "Load Failure|Could not load or resolve the link for this shortcut.\r\n\r\n"
      "Make sure it's not in use, that the target program was not deleted or moved, and try again.|no icon"},
-    {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, "Shortcut Write Error|There was an "
-     "unknown problem while trying to modify this shortcut. Try again or modify the shortcut by hand.|icon"},
+    {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
+    {"ListRefused", When::SaveListRefused, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
+    {"TargetGone", When::SaveTargetGone, {"Games\\Gone.exe", "-fast", "Games"}, "Linkwright|The target of this "
+     "shortcut could not be set back on Restore, and the shortcut cannot be modified.|no icon"},
     // Characters outside the code page.
     {"Characters", When::Drop, {"Games\\Racer.exe", "-title " + kWorld + " -x", "Games\\" + kWorld},
      "Unsupported Characters|This shortcut holds characters that Linkwright cannot keep, and cannot be modified.|no icon"},
