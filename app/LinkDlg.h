@@ -2,8 +2,8 @@
 // CLinkDlg: the one dialog of the program, and the hub of its work.
 //
 // It holds the loaded shortcut's four values as the dialog sees them (m_target,
-// m_targetDir, m_args, m_selected), the registry in memory (m_shortcuts) and the two
-// flags that steer Save and Restore. Its state is what the control switches left behind:
+// m_targetDir, m_args, m_selected), the registry in memory (m_shortcuts) and whether the
+// shortcut is enhanced. Its state is what the control switches left behind:
 // there is no state variable. Every control is reached by id at each use.
 //
 // The members are implemented one concern to a file: LinkDlgStartup.cpp (start-up and

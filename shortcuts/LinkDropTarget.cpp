@@ -19,6 +19,16 @@ const char LoadFailureText[] =
 // moves over the shortcut. A temporary that a crash left behind is replaced by the next save.
 const char TemporarySuffix[] = ".lw.tmp";
 
+// What a link object says of its shortcut, each text read whole.
+struct LinkTexts {
+    CTextString target{0};
+    CTextString arguments{0};
+    CTextString workDir{0};
+    CTextString iconPath{0};   // empty when the shortcut names no icon file
+    CTextString description{0};
+    std::int32_t iconIndex = 0;
+};
+
 // One text through read into text, whole: the buffer is terminated whatever the shell left in
 // it, and a reading that fills it counts as cut short.
 template <class Read>
@@ -115,8 +125,6 @@ bool ReadsAsMeant(const CTextString& widePath, const LinkTexts& meant)
 }
 
 }   // namespace
-
-LinkTexts::LinkTexts() : target(0), arguments(0), workDir(0), iconPath(0), description(0), iconIndex(0) {}
 
 CLinkDropTarget::CLinkDropTarget()
     : m_linkPath(0),

@@ -36,17 +36,6 @@ const int LinkBufferSize = 16384;
 const int LinkBufferCapacity = LinkBufferSize - 1;
 const int LongestLinkText = LinkBufferCapacity - 2;
 
-// What a link object says of its shortcut, each text read whole.
-struct LinkTexts {
-    LinkTexts();
-    CTextString target;
-    CTextString arguments;
-    CTextString workDir;
-    CTextString iconPath;   // empty when the shortcut names no icon file
-    CTextString description;
-    std::int32_t iconIndex;
-};
-
 // Why a Save cannot go ahead, found before anything is written.
 enum class SaveRefusal {
     None,
