@@ -244,6 +244,17 @@ bool Advance(Search& search, FindData* data)
     return false;
 }
 
+// Both paths of a copy or a move mapped, as a write the seams may fail, and refused where
+// Windows refuses: a folder on either side, or a read-only target.
+bool MapCopyOrMove(const char* from, const char* to, char* source, char* target)
+{
+    if (Faulted(true) || !ToNative(from, source) || !ToNative(to, target))
+        return false;
+    if (IsFolder(source) || IsFolder(target) || RefusedAsReadOnly(target))
+        return Fail(ErrorAccessDenied);
+    return true;
+}
+
 }  // namespace
 
 FileHandle OpenFileForReading(const char* path)
@@ -423,10 +434,8 @@ bool CopyFileOver(const char* from, const char* to)
 {
     char source[NativePathSize];
     char target[NativePathSize];
-    if (Faulted(true) || !ToNative(from, source) || !ToNative(to, target))
+    if (!MapCopyOrMove(from, to, source, target))
         return false;
-    if (IsFolder(source) || IsFolder(target) || RefusedAsReadOnly(target))
-        return Fail(ErrorAccessDenied);
     const int in = open(source, O_RDONLY | O_CLOEXEC);
     if (in < 0)
         return FailErrno(source);
@@ -481,10 +490,8 @@ bool MoveFileOver(const char* from, const char* to)
 {
     char source[NativePathSize];
     char target[NativePathSize];
-    if (Faulted(true) || !ToNative(from, source) || !ToNative(to, target))
+    if (!MapCopyOrMove(from, to, source, target))
         return false;
-    if (IsFolder(source) || IsFolder(target) || RefusedAsReadOnly(target))
-        return Fail(ErrorAccessDenied);
     if (rename(source, target) != 0)
         return FailErrno(source);
     // Through to the disk, as MOVEFILE_WRITE_THROUGH asks: the folder that holds the name.
