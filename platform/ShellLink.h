@@ -37,7 +37,8 @@ void ReleasePersistFile(PersistFileInterface* file);
 
 // Reads the file into the object, opened for reading and writing (STGM_READWRITE).
 ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath);
-// True for the answer of a load whose file, or a folder on its way, is not there.
+// True for the answer of a load whose file is not in its folder. A folder or drive that is not
+// there (path not found) may only be out of reach for now, and does not count.
 bool IsLinkFileMissing(ShellResult result);
 // Writes the object to the file, which need not be the one it was read from (fRemember FALSE).
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath);

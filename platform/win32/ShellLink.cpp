@@ -99,7 +99,7 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
 
 bool IsLinkFileMissing(ShellResult result)
 {
-    return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) || result == HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
+    return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
 }
 
 ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath)
