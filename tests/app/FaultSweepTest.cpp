@@ -150,9 +150,9 @@ protected:
             seam.failAt(n);
             Play([&](bool road) {
                 const long made = seam.made();
-                const State after = Capture();
+                const State after = Capture(), &should = clean[std::min(++step, clean.size() - 1)];
                 lost += road && madeBefore < n && made >= n && DialogModel().messageBoxes.size() == boxes && after == before &&
-                        after != clean[std::min(++step, clean.size() - 1)];
+                        after != should;
                 brokenHere |= Broken();
                 before = after;
                 madeBefore = made;
