@@ -17,26 +17,20 @@ const char BeyondCodePageText[] =
     "This shortcut holds characters that Linkwright cannot keep, and cannot be modified.";
 const char BeyondCodePageCaption[] = "Unsupported Characters";
 
-// The four values of no shortcut.
-void ClearValues(CLinkDlg& dialog)
-{
-    dialog.m_selected.Clear();
-    dialog.m_target.MakeEmpty();
-    dialog.m_targetDir.MakeEmpty();
-    dialog.m_args.MakeEmpty();
-}
-
 }   // namespace
 
 // Only the end of the target is compared with the parent's name, so any file whose name
 // ends in it counts; this program is recognised by its whole path. Characters beyond the code
 // page count only in the texts that a write takes from the shortcut: of a shortcut to the
 // parent, its line alone, which both Restore and Save write again; of a plain one, all of
-// them. A shortcut whose values could not be taken over whole keeps none of them: Save and
-// Restore would write only part of it.
+// them. A shortcut whose values could not be taken over whole is refused as not loaded, with
+// nothing editable: Save and Restore would write only part of it.
 CLinkDlg::LinkKind CLinkDlg::Analyse()
 {
-    ClearValues(*this);
+    m_selected.Clear();
+    m_target.MakeEmpty();
+    m_targetDir.MakeEmpty();
+    m_args.MakeEmpty();
     m_isEnhanced = false;
 
     const CLinkDropTarget& link = m_dropTarget;
@@ -46,10 +40,8 @@ CLinkDlg::LinkKind CLinkDlg::Analyse()
     if (EndsWithNoCase(link.m_linkTarget, ParentName, sizeof(ParentName) - 1)) {
         if (link.BeyondCodePage(LinkTextArguments))
             return LinkKind::Unsupported;
-        if (!TakeApartArguments(link.m_linkArgs, m_argTokens, m_selected, m_target, m_targetDir, m_args)) {
-            ClearValues(*this);
+        if (!TakeApartArguments(link.m_linkArgs, m_argTokens, m_selected, m_target, m_targetDir, m_args))
             return LinkKind::NotTaken;
-        }
         m_isEnhanced = !m_target.IsEmpty() && !m_selected.IsEmpty();
         return m_isEnhanced ? LinkKind::Enhanced : LinkKind::ParentItself;
     }
@@ -58,10 +50,8 @@ CLinkDlg::LinkKind CLinkDlg::Analyse()
     if (link.m_linkBeyondCodePage != 0)
         return LinkKind::Unsupported;
     if (!QuoteCharsKnown() || !AssignWhole(m_target, link.m_linkTarget) ||
-        !AssignWhole(m_targetDir, link.m_linkWorkDir) || !AssignWhole(m_args, link.m_linkArgs)) {
-        ClearValues(*this);
+        !AssignWhole(m_targetDir, link.m_linkWorkDir) || !AssignWhole(m_args, link.m_linkArgs))
         return LinkKind::NotTaken;
-    }
     SubstituteQuotes(m_args, m_leftArgQuote, m_rightArgQuote);
     return LinkKind::Plain;
 }

@@ -34,7 +34,6 @@ struct LinkTexts {
 template <class Read>
 bool ReadWhole(char* buffer, CTextString& text, Read read)
 {
-    buffer[0] = 0;
     const ShellResult result = read(buffer);
     buffer[LinkBufferCapacity] = 0;
     return result == ShellOk && std::strlen(buffer) <= static_cast<std::size_t>(LongestLinkText) &&

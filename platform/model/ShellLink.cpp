@@ -27,7 +27,6 @@ namespace {
 struct Store {
     std::map<std::string, LinkFile> files;
     std::map<std::string, std::array<std::u16string, 4>> wide;
-    std::map<std::string, int> saves;
     std::map<Step, ShellResult> failures;
 };
 
@@ -113,8 +112,6 @@ LinkFile GetFile(const std::string& widePath)
     return found == TheStore().files.end() ? LinkFile() : found->second;
 }
 
-int SaveCount(const std::string& widePath) { return TheStore().saves[widePath]; }
-
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
 CFaultSeam& Garbles()
@@ -188,7 +185,6 @@ ShellResult ReplaceLinkFile(const CTextString& fromWidePath, const CTextString& 
     store.wide[Key(toWidePath)] = store.wide[Key(fromWidePath)];
     store.files.erase(found);
     store.wide.erase(Key(fromWidePath));
-    ++store.saves[Key(toWidePath)];
     return ShellOk;
 }
 

@@ -54,7 +54,6 @@ void PutFile(const std::string& widePath, const LinkFile& file);
 // loaded object drops it; a save stores the object's.
 void PutWide(const std::string& widePath, LinkText which, const std::u16string& units);
 LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
-int SaveCount(const std::string& widePath);      // how many times a save was moved over it
 
 // From now until Reset, every call of step answers result instead of doing its work.
 void FailStep(Step step, ShellResult result = Failed);

@@ -54,8 +54,9 @@ TEST_F(FilesFixture, LinkOnTheModel)
     EXPECT_FALSE(link.LoadLink(Make(Wide("b.lnk")), &missing) || missing || link.LoadLink(Make(Wide("c.lnk")), &missing));
     EXPECT_TRUE(missing && link.m_linkPath.Equals(Make(Wide("a.lnk"))) && link.m_linkArgs.Length() == LongestLinkText);
 
-    // The proof: the line a load reads whole, taken apart as it was made, an icon file without
-    // look-alikes, and a target the shell takes back.
+    // The proof: the line a load reads whole, taken apart as it was made (a quote in the target
+    // and an empty profile are not), an icon file without look-alikes, and a target the shell
+    // takes back.
     CTextString line(0);
     const int room = LongestLinkText - static_cast<int>(std::string(" target=\"C:\\g.exe\" args=\"\"").size());
     const std::tuple<std::string, std::string, SaveRefusal> proofs[] = {
@@ -66,6 +67,9 @@ TEST_F(FilesFixture, LinkOnTheModel)
     profiles.Clear();
     for (const auto& [target, args, refusal] : proofs)
         EXPECT_EQ(link.ProveEnhanced(Make(target), Make(""), Make(args), profiles, line), refusal) << args.size();
+    ASSERT_TRUE(InsertEntry(profiles, Make("")));   // no item of its own on the line
+    EXPECT_EQ(link.ProveEnhanced(Make("C:\\g.exe"), Make(""), Make(""), profiles, line), SaveRefusal::Unsupported);
+    profiles.Clear();
     FailStep(StepSetPath);
     EXPECT_EQ(link.ProveEnhanced(Make("C:\\g.exe"), Make(""), Make(""), profiles, line), SaveRefusal::TargetRefused);
     PutWide(Wide("a.lnk"), LinkTextIconLocation, u"C:\\\u6E38.ico");
