@@ -14,10 +14,16 @@
 #include "platform/posix/IoFaults.h"
 #include "text/TextString.h"
 
+// What a stored file and an object hold alike: the record, and what the wide interface reads
+// of its texts by LinkText (empty: the single-byte text widened).
+struct LinkContent {
+    ShellLinkModel::LinkFile file;
+    std::array<std::u16string, 4> wide;
+};
+
 // Both interfaces of one stand-in object point at the same record, as COM's do.
 struct ShellLinkInterface {
-    ShellLinkModel::LinkFile current;
-    std::array<std::u16string, 4> wide;   // by LinkText; empty: the single-byte text widened
+    LinkContent current;
     int references = 0;
 };
 
@@ -25,8 +31,7 @@ namespace ShellLinkModel {
 namespace {
 
 struct Store {
-    std::map<std::string, LinkFile> files;
-    std::map<std::string, std::array<std::u16string, 4>> wide;
+    std::map<std::string, LinkContent> files;
     std::map<Step, ShellResult> failures;
 };
 
@@ -70,8 +75,8 @@ ShellResult Set(Step step, const char* name, ShellLinkInterface* link, LinkText 
 {
     if (const ShellResult failed = Record(step, name + std::string(" ") + value))
         return failed;
-    Field(link->current, which) = value;
-    link->wide[which].clear();
+    Field(link->current.file, which) = value;
+    link->current.wide[which].clear();
     return ShellOk;
 }
 
@@ -102,14 +107,17 @@ std::string Wide(const std::string& path)
     return wide + '\0';
 }
 
-void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath] = file; }
+void PutFile(const std::string& widePath, const LinkFile& file) { TheStore().files[widePath].file = file; }
 
-void PutWide(const std::string& path, LinkText text, const std::u16string& units) { TheStore().wide[path][text] = units; }
+void PutWide(const std::string& path, LinkText which, const std::u16string& units)
+{
+    TheStore().files[path].wide[which] = units;
+}
 
 LinkFile GetFile(const std::string& widePath)
 {
     const auto found = TheStore().files.find(widePath);
-    return found == TheStore().files.end() ? LinkFile() : found->second;
+    return found == TheStore().files.end() ? LinkFile() : found->second.file;
 }
 
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
@@ -129,7 +137,7 @@ ShellResult CreateShellLink(ShellLinkInterface** link)
     *link = nullptr;
     if (const ShellResult failed = Record(StepCreate, "Create"))
         return failed;
-    *link = new ShellLinkInterface{LinkFile(), {}, 1};
+    *link = new ShellLinkInterface{{}, 1};
     return ShellOk;
 }
 
@@ -155,7 +163,6 @@ ShellResult LoadLinkFile(PersistFileInterface* file, const CTextString& widePath
     if (found == TheStore().files.end())
         return NotFound;
     ObjectOf(file)->current = found->second;
-    ObjectOf(file)->wide = TheStore().wide[found->first];
     return ShellOk;
 }
 
@@ -165,11 +172,11 @@ ShellResult SaveLinkFile(PersistFileInterface* file, const CTextString& widePath
 {
     if (const ShellResult failed = Record(StepSave, "Save"))
         return failed;
-    LinkFile saved = ObjectOf(file)->current;
+    LinkContent saved = ObjectOf(file)->current;
+    const LinkFile& f = saved.file;
     if (!Garbles().Passes())
-        saved = {saved.path, saved.iconPath, saved.arguments, saved.workDir, saved.iconIndex, saved.description};
+        saved.file = {f.path, f.iconPath, f.arguments, f.workDir, f.iconIndex, f.description};
     TheStore().files[Key(widePath)] = saved;
-    TheStore().wide[Key(widePath)] = ObjectOf(file)->wide;
     return ShellOk;
 }
 
@@ -182,9 +189,7 @@ ShellResult ReplaceLinkFile(const CTextString& fromWidePath, const CTextString& 
     if (found == store.files.end())
         return NotFound;
     store.files[Key(toWidePath)] = found->second;
-    store.wide[Key(toWidePath)] = store.wide[Key(fromWidePath)];
     store.files.erase(found);
-    store.wide.erase(Key(fromWidePath));
     return ShellOk;
 }
 
@@ -192,7 +197,6 @@ ShellResult DeleteLinkFile(const CTextString& widePath)
 {
     if (const ShellResult failed = Record(StepDelete, "Delete"))
         return failed;
-    TheStore().wide.erase(Key(widePath));
     return TheStore().files.erase(Key(widePath)) ? ShellOk : NotFound;
 }
 
@@ -200,39 +204,40 @@ ShellResult ResolveLink(ShellLinkInterface*, void*) { return Record(StepResolve,
 
 ShellResult GetLinkPath(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    const ShellResult result = Give(StepGetPath, "GetPath", link->current.path, buffer, capacity);
-    return result == ShellOk && link->current.path.empty() ? ShellFalse : result;
+    const ShellResult result = Give(StepGetPath, "GetPath", link->current.file.path, buffer, capacity);
+    return result == ShellOk && link->current.file.path.empty() ? ShellFalse : result;
 }
 
 ShellResult GetLinkArguments(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetArguments, "GetArguments", link->current.arguments, buffer, capacity);
+    return Give(StepGetArguments, "GetArguments", link->current.file.arguments, buffer, capacity);
 }
 
 ShellResult GetLinkIconLocation(ShellLinkInterface* link, char* buffer, int capacity, std::int32_t* index)
 {
-    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", link->current.iconPath, buffer, capacity);
+    const LinkFile& file = link->current.file;
+    const ShellResult result = Give(StepGetIconLocation, "GetIconLocation", file.iconPath, buffer, capacity);
     if (result == ShellOk)
-        *index = link->current.iconIndex;
+        *index = file.iconIndex;
     return result;
 }
 
 ShellResult GetLinkWorkingDirectory(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link->current.workDir, buffer, capacity);
+    return Give(StepGetWorkingDirectory, "GetWorkingDirectory", link->current.file.workDir, buffer, capacity);
 }
 
 ShellResult GetLinkDescription(ShellLinkInterface* link, char* buffer, int capacity)
 {
-    return Give(StepGetDescription, "GetDescription", link->current.description, buffer, capacity);
+    return Give(StepGetDescription, "GetDescription", link->current.file.description, buffer, capacity);
 }
 
 // Not recorded among the calls: it reads what the single-byte reads already did.
 ShellResult GetLinkTextWide(ShellLinkInterface* link, LinkText which, CTextString& wide)
 {
-    const std::u16string& units = link->wide[which];
+    const std::u16string& units = link->current.wide[which];
     if (units.empty())
-        return WidenByCodePage(CTextString(Field(link->current, which).c_str()), wide) ? ShellOk : Failed;
+        return WidenByCodePage(CTextString(Field(link->current.file, which).c_str()), wide) ? ShellOk : Failed;
     wide.MakeEmpty();
     for (char16_t unit : units) {
         const char pair[2] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
@@ -261,6 +266,6 @@ ShellResult SetLinkIconLocation(ShellLinkInterface* link, const char* path, std:
 {
     const ShellResult result = Set(StepSetIconLocation, "SetIconLocation", link, LinkTextIconLocation, path);
     if (result == ShellOk)
-        link->current.iconIndex = index;
+        link->current.file.iconIndex = index;
     return result;
 }

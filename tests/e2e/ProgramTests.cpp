@@ -182,7 +182,8 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     EXPECT_EQ(Files(), Describe(enhanced) + lists);
 
     Drag({Path("Links\\Broken.lnk")});
-    EXPECT_EQ(Box("Load Failure").substr(0, 13), "Load Failure|");
+    EXPECT_EQ(Box("Load Failure"), "Load Failure|Could not load or resolve the link for this shortcut.\r\n\r\nMake sure it's "
+                                   "not in use, that the target program was not deleted or moved, and try again.|no icon");
     ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }) && Text(Control(IDC_SHORTCUT_NAME)) == "Racer");
     ASSERT_TRUE(Click(IDC_RESTORE, [&] { return !Enabled(IDC_RESTORE) && Rows() == 0; }));
     EXPECT_EQ(Files(), Describe(game) + "0 Shortcuts" + kListNotice);
@@ -235,7 +236,7 @@ enum class When { StartWithoutParent, RestoreAllWithoutProfiles, Drop, SaveOverA
 struct Refusal {
     const char* name;
     When when;
-    Shortcut shortcut;   // paths in the installation; no target: a file that is no shortcut
+    Shortcut shortcut;   // paths in the installation
     std::string box;     // "caption|text|icon" or "caption|text|no icon"
 };
 
@@ -247,8 +248,7 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
     const std::string list = row.when == When::SaveListRefused ? "" : ListBytes({link});
     const std::string target = Path(row.shortcut.target);
     ASSERT_TRUE(row.when != When::SaveTargetGone || CopyFileA(LW_ZELMAR_EXE, target.c_str(), FALSE));
-    ASSERT_TRUE(row.shortcut.target.empty() ? WriteBytes(link, "not a shortcut")
-                : WriteShortcut(link, {target, row.shortcut.arguments, Path(row.shortcut.folder)}));
+    ASSERT_TRUE(WriteShortcut(link, {target, row.shortcut.arguments, Path(row.shortcut.folder)}));
     ASSERT_TRUE(WriteBytes(Path("ShortcutList"), list) && (row.when != When::SaveTargetGone || DeleteFileA(target.c_str())));
     ASSERT_TRUE(row.when != When::SaveListRefused || CreateDirectoryA(Path("ShortcutList.tmp").c_str(), nullptr));
     ASSERT_TRUE(row.when != When::StartWithoutParent || DeleteFileA(Path("Zelmar.exe").c_str()));
@@ -284,8 +284,6 @@ const Refusal kRefusals[] = {
     {"NoProfilesOnRestoreAll", When::RestoreAllWithoutProfiles, {"Zelmar.exe", kEnhancedArgs},
      "No Profiles|Linkwright could not find any Zelmardeck profiles.\n"
      "Create a profile for the intended application, and restart Linkwright|no icon"},
-    {"NoShortcut", When::Drop, {}, "Load Failure|Could not load or resolve the link for this shortcut.\r\n\r\n"
-     "Make sure it's not in use, that the target program was not deleted or moved, and try again.|no icon"},
     {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
     {"ListRefused", When::SaveListRefused, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
     {"TargetGone", When::SaveTargetGone, {"Games\\Gone.exe", "-fast", "Games"}, "Linkwright|The target of this "
