@@ -62,14 +62,11 @@ protected:
     State Capture() const
     {
         State state;
-        for (const auto& entry : fs::recursive_directory_iterator(nativeFolder)) {
-            if (entry.is_regular_file())
-                state[fs::relative(entry.path(), nativeFolder).string()] = ReadProgramFile(fs::relative(entry.path(), nativeFolder));
-        }
+        for (const auto& entry : fs::recursive_directory_iterator(nativeFolder))
+            state[entry.path()] = entry.is_regular_file() ? ReadProgramFile(fs::relative(entry.path(), nativeFolder)) : "";
         for (const char* link : {Race, Other}) {
             const LinkFile f = ShellLinkModel::GetFile(Wide(link));
-            state[link] = f.path + '|' + f.arguments + '|' + f.workDir + '|' + f.iconPath + '|' +
-                          std::to_string(f.iconIndex) + '|' + f.description;
+            state[link] = f.path + '|' + f.arguments + '|' + f.workDir + '|' + f.iconPath + '|' + f.description;
         }
         return state;
     }
