@@ -57,7 +57,7 @@ CLinkDlg::LinkKind CLinkDlg::Analyse()
 }
 
 // The icon goes first, refused shortcuts too. A shortcut whose values could not be taken is
-// told as a failed load and shows no name.
+// told as a failed load and shows no name; a name that could not be had leaves the one shown.
 std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/)
 {
     RefreshIcon();
@@ -85,14 +85,12 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         return 0;
     }
 
-    if (HasItem(IDC_SHORTCUT_NAME)) {
-        CTextString name(0);
-        if (!AssignWhole(name, m_dropTarget.m_linkPath) || !name.CollapseWide())
-            name.MakeEmpty();
-        if (EndsWithNoCase(name, LinkExtension, sizeof(LinkExtension) - 1))
-            name.Truncate(name.Length() - (sizeof(LinkExtension) - 1));
-        SetItemText(IDC_SHORTCUT_NAME, FileNamePart(name.Text()));
-    }
+    CTextString name(0);
+    if (!HasItem(IDC_SHORTCUT_NAME) || !AssignWhole(name, m_dropTarget.m_linkPath) || !name.CollapseWide())
+        return 0;
+    if (EndsWithNoCase(name, LinkExtension, sizeof(LinkExtension) - 1))
+        name.Truncate(name.Length() - (sizeof(LinkExtension) - 1));
+    SetItemText(IDC_SHORTCUT_NAME, FileNamePart(name.Text()));
     return 0;
 }
 
