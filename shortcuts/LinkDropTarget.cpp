@@ -21,12 +21,12 @@ const char TemporarySuffix[] = ".lw.tmp";
 
 // What a link object says of its shortcut, each text read whole.
 struct LinkTexts {
-    CTextString target{0};
-    CTextString arguments{0};
-    CTextString workDir{0};
-    CTextString iconPath{0};   // empty when the shortcut names no icon file
-    CTextString description{0};
-    std::int32_t iconIndex = 0;
+    CTextString target;
+    CTextString arguments;
+    CTextString workDir;
+    CTextString iconPath;   // empty when the shortcut names no icon file
+    CTextString description;
+    std::int32_t iconIndex{};
 };
 
 // One text through read into text, whole: the buffer is terminated whatever the shell left in
@@ -146,7 +146,6 @@ CLinkDropTarget::CLinkDropTarget()
 CLinkDropTarget::~CLinkDropTarget()
 {
     ReleaseInterfaces();
-    m_interfacesReady = false;
 }
 
 bool CLinkDropTarget::InitLinkInterfaces()

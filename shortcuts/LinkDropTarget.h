@@ -48,7 +48,7 @@ enum class SaveRefusal {
 class CLinkDropTarget : public COleDropTarget {
 public:
     CLinkDropTarget();
-    ~CLinkDropTarget() override;   // ReleaseInterfaces, and m_interfacesReady cleared
+    ~CLinkDropTarget() override;   // ReleaseInterfaces
     CLinkDropTarget(const CLinkDropTarget&) = delete;
     CLinkDropTarget& operator=(const CLinkDropTarget&) = delete;
 
