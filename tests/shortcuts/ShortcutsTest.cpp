@@ -150,6 +150,7 @@ TEST(DropReception, FirstNameInWidePathForm)
         {drop(false, "GAME.LNK"), DropEffectCopy, Wide(u"GAME.LNK")},
         {drop(true, Wide(u"b.lnk", true)), DropEffectCopy, Wide(u"b.lnk")},
         {drop(true, Wide(u"b.lnk", true) + "x"), DropEffectCopy, Wide(u"b.lnk")},
+        {drop(true, Wide(u".LNK")), DropEffectCopy, Wide(u".LNK")},
         {drop(true, Wide(u"a\u0100.lnk")), DropEffectNone, Wide(u"a")},
         {drop(true, "").substr(0, 19), DropEffectNone, ""},
         {drop(true, ""), DropEffectNone, ""},

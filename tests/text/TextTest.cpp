@@ -224,6 +224,9 @@ TEST(TextString, FailedAllocations)
         {[] { CChain<CTextString> c; const CTextString a("a"); std::string r;
               for (long nth : {1, 2, 3, 4}) { FailAllocation(nth); r += InsertEntry(c, a) ? "+" : "-"; }
               return r + std::to_string(c.Count()); }, "---+1"},
+        {[] { std::FILE* f = std::tmpfile(); std::fputs("a line longer than its first allocation\n", f); std::rewind(f);
+              CTextString line(0); FailAllocation(1); const bool read = line.ReadLine(f); const bool end = std::feof(f);
+              std::fclose(f); return std::to_string(read) + std::to_string(end); }, "00"},   // a byte not kept: short of the end
     };
     for (const auto& [run, result] : rows) {
         EXPECT_EQ(run(), result);
