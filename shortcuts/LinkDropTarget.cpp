@@ -230,11 +230,7 @@ SaveRefusal CLinkDropTarget::ProveEnhanced(const CTextString& target, const CTex
 bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextString& line)
 {
     const CTextString parentFolder = FolderOf(parentPath.Text(), true);
-    if (!m_link.link || parentFolder.IsEmpty() || line.IsEmpty())
-        return false;
-    if (SetLinkPath(m_link.link, parentPath.Text()) != ShellOk ||
-        SetLinkWorkingDirectory(m_link.link, parentFolder.Text()) != ShellOk ||
-        SetLinkArguments(m_link.link, line.Text()) != ShellOk ||
+    if (!m_link.link || parentFolder.IsEmpty() || line.IsEmpty() ||
         SetLinkIconLocation(m_link.link, m_linkIconPath.Text(), m_linkIconIndex) != ShellOk)
         return false;
     return SaveChecked(parentPath, parentFolder, line);
@@ -242,21 +238,20 @@ bool CLinkDropTarget::SaveEnhanced(const CTextString& parentPath, const CTextStr
 
 bool CLinkDropTarget::SaveRestored(const CTextString& target, const CTextString& workDir, const CTextString& args)
 {
-    if (!m_link.link)
-        return false;
-    if (SetLinkPath(m_link.link, target.Text()) != ShellOk ||
-        SetLinkWorkingDirectory(m_link.link, workDir.Text()) != ShellOk ||
-        SetLinkArguments(m_link.link, args.Text()) != ShellOk)
-        return false;
     return SaveChecked(target, workDir, args);
 }
 
-// The object, its Sets done, must hold what was set: a shell that changed a text on the way
-// in would write something other than was meant. Then it goes to the temporary, which must
-// read back as the object holds it, everything the saves do not set included, before it
-// takes the shortcut's place. Whatever fails, the temporary goes and the shortcut stays.
+// Sets the target, folder and arguments, and writes nothing unless every Set succeeded. The
+// object must then hold what was set: a shell that changed a text on the way in would write
+// something other than was meant. It goes to the temporary, which must read back as the
+// object holds it, everything the saves do not set included, before it takes the shortcut's
+// place. Whatever fails, the temporary goes and the shortcut stays.
 bool CLinkDropTarget::SaveChecked(const CTextString& target, const CTextString& workDir, const CTextString& args)
 {
+    if (!m_link.link || SetLinkPath(m_link.link, target.Text()) != ShellOk ||
+        SetLinkWorkingDirectory(m_link.link, workDir.Text()) != ShellOk ||
+        SetLinkArguments(m_link.link, args.Text()) != ShellOk)
+        return false;
     LinkTexts meant;
     CTextString temporary(0);
     if (m_linkPath.IsEmpty() || !ReadTexts(m_link.link, meant) ||

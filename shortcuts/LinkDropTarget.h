@@ -115,5 +115,6 @@ public:
     CTextString m_droppedPath;   // the name of the drag in progress, wide path form
 
 private:
+    // The write of both saves: target, folder and arguments set, then written as told above.
     bool SaveChecked(const CTextString& target, const CTextString& workDir, const CTextString& args);
 };

@@ -127,8 +127,10 @@ bool SaveList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
 
 bool AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, const CTextString& path)
 {
-    if (path.IsEmpty() || FindNoCase(shortcuts, path))
-        return !path.IsEmpty();
+    if (path.IsEmpty())
+        return false;
+    if (FindNoCase(shortcuts, path))
+        return true;
     if (!InsertEntry(shortcuts, path, 0))
         return false;
     CChainNode<CTextString>* added = shortcuts.Tail();
