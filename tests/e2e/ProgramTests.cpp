@@ -228,10 +228,9 @@ TEST_F(ProgramTest, ShortcutsAtTheEdges)
 
 // Every refusal shows its box and writes nothing. The row's shortcut, listed in ShortcutList
 // unless the list is refused, is refused at a start (without Zelmar.exe, or with -RestoreAll
-// and without profile files), on the drop, or at Save after one Add: with a folder in the
-// shortcut's place, with a list the disk refuses to write, or with its target gone, which the
-// shell will not take back on Restore.
-enum class When { StartWithoutParent, RestoreAllWithoutProfiles, Drop, SaveOverAFolder, SaveListRefused, SaveTargetGone };
+// and without profile files), on the drop, or at Save after one Add: with a list the disk
+// refuses to write, or with its target gone, which the shell will not take back on Restore.
+enum class When { StartWithoutParent, RestoreAllWithoutProfiles, Drop, SaveListRefused, SaveTargetGone };
 
 struct Refusal {
     const char* name;
@@ -262,16 +261,14 @@ TEST_P(RefusalTest, ShowsItsBoxAndWritesNothing)
         Start();
         Drag({link});
         ASSERT_TRUE(row.when == When::Drop
-                    || (Dropped([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke")
-                        && (row.when != When::SaveOverAFolder || (DeleteFileA(link.c_str()) && CreateDirectoryA(link.c_str(), nullptr)))
-                        && Press(dialog, IDOK)));
+                    || (Dropped([&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke") && Press(dialog, IDOK)));
     }
     EXPECT_EQ(Box(row.box.substr(0, row.box.find('|'))), row.box);
     if (row.when < When::Drop)
         EXPECT_TRUE(!run.WaitForWindow(kDialogTitle, 20000) && run.WaitForEnd(0)) << "the dialog showed, or the program stayed";
     else
         ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }));
-    EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")), (row.when == When::SaveOverAFolder ? "<missing>" : before) + list);
+    EXPECT_EQ(ReadBytes(link) + ReadBytes(Path("ShortcutList")), before + list);
 }
 
 // Ω, ł and a CJK character: beyond the code page.
@@ -284,7 +281,6 @@ const Refusal kRefusals[] = {
     {"NoProfilesOnRestoreAll", When::RestoreAllWithoutProfiles, {"Zelmar.exe", kEnhancedArgs},
      "No Profiles|Linkwright could not find any Zelmardeck profiles.\n"
      "Create a profile for the intended application, and restart Linkwright|no icon"},
-    {"WriteError", When::SaveOverAFolder, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
     {"ListRefused", When::SaveListRefused, {"Games\\Racer.exe", "-fast", "Games"}, kWriteError},
     {"TargetGone", When::SaveTargetGone, {"Games\\Gone.exe", "-fast", "Games"}, "Linkwright|The target of this "
      "shortcut could not be set back on Restore, and the shortcut cannot be modified.|no icon"},
