@@ -1,33 +1,25 @@
 #include "AppFixture.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
 
 #include "platform/Files.h"
 #include "tests/chunks/ChunkBytes.h"
 
-namespace fs = std::filesystem;
-
 void AppFixture::SetUp()
 {
+    FilesFixture::SetUp();
     ResetModels();
-    nativeFolder = (fs::temp_directory_path() / ("lw-app-" + std::to_string(std::random_device()()))).string();
-    folder = "Z:" + nativeFolder;
-    std::replace(folder.begin(), folder.end(), '/', '\\');
+    programFolder = Full("P");
     OverrideProgramPath(ProgramPath("Linkwright.exe").c_str());
     WriteProgramFile("Zelmar.exe", "MZ");
     for (const char* name : {"Gamma", "Alpha", "Beta"})
-        WriteProfile(name);
+        WriteProgramFile("Profiles/" + std::string(name) + ".idprof", Profile(name));
 }
 
 void AppFixture::TearDown()
 {
     OverrideProgramPath(nullptr);
-    RemoveProgramFile("");
+    FilesFixture::TearDown();
 }
 
 void AppFixture::ResetModels()
@@ -39,29 +31,6 @@ void AppFixture::ResetModels()
         DialogModel().templates[IDD_LINKWRIGHT_DIALOG][id] = {id != IDOK && id != IDC_RESTORE,
                                                               id != IDC_ENABLED_LABEL, {}, {}, {}};
     DialogModel().templates[IDD_HELP_DIALOG] = {{IDOK, {}}, {IDC_HELP_TEXT, {}}};
-}
-
-void AppFixture::WriteProgramFile(const std::string& relative, const std::string& bytes) const
-{
-    fs::create_directories((fs::path(nativeFolder) / relative).parent_path());
-    std::ofstream(fs::path(nativeFolder) / relative, std::ios::binary) << bytes;
-}
-
-std::string AppFixture::ReadProgramFile(const std::string& relative) const
-{
-    std::ifstream in(fs::path(nativeFolder) / relative, std::ios::binary);
-    return in ? std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()) : "(none)";
-}
-
-void AppFixture::RemoveProgramFile(const std::string& relative) const
-{
-    std::error_code ignored;
-    fs::remove_all(fs::path(nativeFolder) / relative, ignored);
-}
-
-void AppFixture::WriteProfile(const std::string& name) const
-{
-    WriteProgramFile("Profiles/" + name + ".idprof", Profile(name));
 }
 
 int AppFixture::Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session)
@@ -99,10 +68,4 @@ Lines AppFixture::Log(const Lines& prefixes)
             lines.push_back(line);
     }
     return lines;
-}
-
-long AppFixture::SweepStride()
-{
-    const char* stride = std::getenv("LW_SWEEP_STRIDE");
-    return stride ? std::max(1L, std::atol(stride)) : 1;
 }

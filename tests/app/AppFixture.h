@@ -1,5 +1,5 @@
 #pragma once
-// The one fixture of the application's tests: a program folder of the test's own with
+// The one fixture of the application's tests: a program folder in the test's folder with
 // Zelmar.exe and three profiles (Alpha, Beta, Gamma), the module path pointed there, the
 // dialog model with the controls of both templates, and the in-memory link store, all
 // fresh. The model's log holds the link store's calls too, in order.
@@ -14,6 +14,7 @@
 #include "app/Resource.h"
 #include "platform/model/DialogModel.h"
 #include "platform/model/ShellLinkModel.h"
+#include "tests/files/FilesFixture.h"
 
 using Lines = std::vector<std::string>;
 
@@ -28,18 +29,21 @@ const char EditedNone[] = "combo+ add+ list+ remove+ save- restore+ label+";
 // "combo+ add- ...": each control on or off, the label shown or hidden; missing is off.
 std::string States(CModelWindow& window);
 
-class AppFixture : public ::testing::Test {
+class AppFixture : public FilesFixture {
 protected:
     void SetUp() override;
     void TearDown() override;
     void ResetModels();   // the dialog model and the link store as SetUp leaves them
 
-    // Files of the program folder by name ("Profiles/x" natively); a missing one reads "(none)".
-    std::string ProgramPath(const std::string& relative) const { return folder + "\\" + relative; }
-    void WriteProgramFile(const std::string& relative, const std::string& bytes) const;
-    std::string ReadProgramFile(const std::string& relative) const;
-    void RemoveProgramFile(const std::string& relative) const;
-    void WriteProfile(const std::string& name) const;   // Profiles\<name>.idprof showing that name
+    // Files of the program folder, P in the test's folder, by name ("Profiles/x" natively); a
+    // missing one reads "(none)".
+    std::string ProgramPath(const std::string& relative) const { return Full("P\\" + relative); }
+    static void WriteProgramFile(const std::string& relative, const std::string& bytes) { WriteFile("P/" + relative, bytes); }
+    static std::string ReadProgramFile(const std::string& relative)
+    {
+        return std::filesystem::is_regular_file("P/" + relative) ? ReadFile("P/" + relative) : "(none)";
+    }
+    static void RemoveProgramFile(const std::string& relative) { std::filesystem::remove_all("P/" + relative); }
 
     // Runs the main dialog modally; the session plays the user once the start is done.
     int Run(CLinkDlg& dialog, std::function<void(CModelWindow&)> session = nullptr);
@@ -48,10 +52,6 @@ protected:
     bool Drop(CLinkDlg& dialog, const std::string& path);
     // The model's log; only the lines that begin with one of the prefixes, when given.
     Lines Log(const Lines& prefixes = {});
-    // Sweeps that fail each allocation in turn fail every kth only when LW_SWEEP_STRIDE=k:
-    // for quick runs, such as mutation runs.
-    static long SweepStride();
 
-    std::string nativeFolder;   // the program folder as the C++ library names it
-    std::string folder;         // the same as a Windows path
+    std::string programFolder;   // the program folder's Windows path
 };

@@ -16,6 +16,8 @@ const char Unsupported[] = "Unsupported Characters|This shortcut holds character
                            "be modified.|0";
 const char TooLong[] = "Shortcut Too Long|The enhanced shortcut would be too long to be restored. Remove a profile or "
                        "shorten the shortcut's arguments.|0";
+const char TargetRefused[] = "Linkwright|The target of this shortcut could not be set back on Restore, and the shortcut "
+                             "cannot be modified.|0";
 const char Line[] = " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f <a b>\"";
 const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "Race.ico", 2, ""};
 
@@ -35,8 +37,8 @@ std::string Joined(const Lines& lines)
 // Restore keep the data, so a shortcut is saved twice, and again after a Restore, without
 // being dropped anew; a list or quote characters read cut short are read again first. A
 // shortcut holding characters beyond the code page, in any of its texts, is refused at the
-// drop; a line too long to be read back (16,382 bytes) is refused at Save, which stays on;
-// neither writes.
+// drop; a line too long to be read back (16,382 bytes), and a target the shell will not take
+// back on Restore, are refused at Save, which stays on; neither writes.
 TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 {
     const std::pair<const char*, LinkFile> links[] = {
@@ -78,7 +80,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     };
     auto add = [&](int entry) { return pick(IDC_PROFILE_COMBO, {entry}); };
     auto remove = [&](std::vector<int> rows) { return pick(IDC_SELECTED_LIST, rows); };
-    auto fail = [](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(ShellLinkModel::StepSave); };
+    auto fail = [](ShellLinkModel::Step step) -> Act { return [=](CLinkDlg&, CModelWindow&) { ShellLinkModel::FailStep(step); }; };
     auto press = [](int id) -> Act { return [=](CLinkDlg&, CModelWindow& w) { EXPECT_TRUE(w.Press(id)); }; };
     auto reread = [](Act then) -> Act {   // after readings of the list and the quotes cut short
         return [=](CLinkDlg& d, CModelWindow& w) { d.m_listWhole = d.m_quoteCharsWhole = false; then(d, w); };
@@ -121,11 +123,13 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
         {press(IDOK), Picking, longOne + "Alpha|Alpha|Long|1", {TooLong}},
         {remove({0}), "combo+ add+ list+ remove+ save- restore- label-", longOne + "||Long|1", {"ListDeleteItem 0"}},
         {drop("Race.lnk"), Enhanced, race + "Beta|Beta|Race|1", {"DestroyIcon 0x73", "Redraw"}},
-        {fail, Enhanced, race + "Beta|Beta|Race|1", {}},
+        {fail(ShellLinkModel::StepSave), Enhanced, race + "Beta|Beta|Race|1", {}},
         {press(IDC_RESTORE), Enhanced, race + "Beta|Beta|Race|1", {"SetArguments -f \"a b\"", WriteFailed}},
         {add(0), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
         {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1",
          {save + "\"Beta\" profile=\"Alpha\"" + Line, WriteFailed}},
+        {fail(ShellLinkModel::StepSetPath), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {}},
+        {press(IDOK), Edited, race + "Beta,Alpha|Alpha,Beta|Race|1", {TargetRefused}},
     };
     CLinkDlg dialog;
     Run(dialog, [&](CModelWindow& window) {
@@ -149,7 +153,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
     });
     EXPECT_EQ(ReadProgramFile("ShortcutList"), Wide("C:\\L\\Race.lnk"));   // the one left enhanced
     const LinkFile saved = ShellLinkModel::GetFile(Wide("C:\\L\\Race.lnk"));   // Beta's Save, the last that went through
-    EXPECT_EQ(saved.path + "|" + saved.workDir + "|" + saved.iconPath, ProgramPath("Zelmar.exe") + "|" + folder + "|Race.ico");
+    EXPECT_EQ(saved.path + "|" + saved.workDir + "|" + saved.iconPath, ProgramPath("Zelmar.exe") + "|" + programFolder + "|Race.ico");
 }
 
 // A start with -RestoreAll writes back only what is enhanced, under the quote characters
@@ -159,7 +163,7 @@ TEST_F(AppFixture, ShortcutsOnTheirRoadThroughTheDialog)
 // code page stand in its line, which the restore writes, but not for its target, which it does
 // not. Without the link object nothing can be restored and the files stay for a later run.
 // The first token is the program's name. A refused start shows its message and never gets as
-// far as the command line (the real program shows the same without profiles).
+// far as the command line.
 TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
 {
     const LinkFile enhanced = {"C:\\Zelmar.exe", "profile=A target=C:\\g.exe args=\"{x} [y]\"", "", "i", 1, ""};
@@ -185,6 +189,8 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
         {"", all, none, true, 0, all, {}},
         {"x -RestoreAll", all, remove("Zelmar.exe"), false, 0, all,
          {"ZLD Not Found|Linkwright could not find Zelmardeck. Please re-install Zelmardeck.|48"}},
+        {"x -RestoreAll", all, remove("Profiles"), false, 0, all, {"No Profiles|Linkwright could not find any Zelmardeck "
+         "profiles.\nCreate a profile for the intended application, and restart Linkwright|0"}},
     };
     for (const auto& [commandLine, list, setUp, shown, writes, listAfter, boxes] : rows) {
         SCOPED_TRACE(commandLine + list.substr(0, 6));

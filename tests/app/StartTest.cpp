@@ -1,29 +1,22 @@
-// The start and end of the dialog, what it shows beyond its controls (icons, colour, tool
-// tips, help), and the fixed texts of its resources.
+// The start and end of the dialog, and what it shows beyond its controls (icons, colour, tool
+// tips, help).
 
 #include "AppFixture.h"
 
 #include <fstream>
-#include <map>
-#include <sstream>
 
 #include "app/LinkApp.h"
 
 namespace {
 
-// The texts a user reads, from FixedTexts.txt by id; the help's paragraphs joined as the
-// dialog shows them.
-std::map<std::string, std::string> FixedTexts()
+// The help as the dialog shows it: the paragraphs of HelpText.txt, one a line.
+std::string HelpText()
 {
-    std::ifstream file(LW_FIXED_TEXTS);
-    std::map<std::string, std::string> texts;
-    for (std::string line; std::getline(file, line);) {
-        if (line[0] == '#')
-            continue;
-        std::string& text = texts[line.substr(0, line.find(' '))];
-        text += (text.empty() ? "" : "\r\n\r\n") + line.substr(line.find(' ') + 1);
-    }
-    return texts;
+    std::ifstream file(LW_HELP_TEXT);
+    std::string text;
+    for (std::string line; std::getline(file, line);)
+        text += (text.empty() ? "" : "\r\n\r\n") + line;
+    return text;
 }
 
 // A whole run: the start in its order, which leaves the Empty state with the catalogue in
@@ -66,7 +59,7 @@ void PlayTheLook(CModelWindow& window)
         EXPECT_EQ(reinterpret_cast<BrushHandle>(0xffffff), help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 6));
         EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDC_HELP_TEXT, 5));
         EXPECT_EQ(nullptr, help.dialog->OnCtlColor(colours, IDOK, 6));
-        EXPECT_EQ(FixedTexts()["HELP"], help.controls[IDC_HELP_TEXT].text);
+        EXPECT_EQ(HelpText(), help.controls[IDC_HELP_TEXT].text);
     };
     EXPECT_TRUE(window.Press(IDC_HELP_BUTTON) && window.Press(IDCANCEL) && window.Press(IDCANCEL));
 }
@@ -90,21 +83,6 @@ TEST_F(AppFixture, AStartSetsUpInOrderAndItsEndGivesBackInOrder)
         EXPECT_FALSE(dialog.IsItemEnabled(IDOK));
     });
     EXPECT_EQ(Lines{}, Log({"SetItemFont", "ListInsertColumn", "NoSuchItem"}));
-}
-
-// The tool tips are the string resources of the controls, in the program's resource script.
-TEST(Resources, TheToolTipTexts)
-{
-    std::ifstream script(LW_RESOURCE_SCRIPT);
-    std::map<std::string, std::string> strings;
-    for (std::string line, id; std::getline(script, line);) {
-        if (std::istringstream(line) >> id && line.find('"') != std::string::npos)
-            strings[id] = line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
-    }
-    const std::map<std::string, std::string> texts = FixedTexts();
-    ASSERT_EQ(9u, texts.size());
-    for (const auto& [id, text] : texts)
-        EXPECT_EQ(text, id == "HELP" ? text : strings[id]) << id;
 }
 
 }   // namespace

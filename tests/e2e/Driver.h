@@ -303,11 +303,10 @@ struct Session {
 };
 
 // A shortcut as the shell's wide interface has it; texts in UTF-8. icon empty: none of its own.
-// relative: the shortcut also stores a relative path to its target.
 struct Shortcut {
     std::string target, arguments, folder, icon;
     int index = 0;
-    bool readOnly = false, relative = false;
+    bool readOnly = false;
 };
 
 // Runs work on a new shell link object through its wide interface. COM, once started on the
@@ -321,16 +320,6 @@ inline bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& wor
            && SUCCEEDED(link.As(&file)) && work(link.Get(), file.Get());
 }
 
-// The shell of the tests writes a relative path without the flag in the header that announces
-// it (bit 3 of the link flags at offset 20), so that its texts read back shifted: the flag is
-// set, as a shell that writes the path whole sets it.
-[[nodiscard]] inline bool AnnounceRelativePath(const std::string& path)
-{
-    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
-    char flags = 0;
-    return file.seekg(20).get(flags) && file.seekp(20).put(static_cast<char>(flags | 8)).flush().good();
-}
-
 [[nodiscard]] inline bool WriteShortcut(const std::string& path, const Shortcut& facts)
 {
     return WithLink([&](IShellLinkW* link, IPersistFile* file) {
@@ -338,8 +327,7 @@ inline bool WithLink(const std::function<bool(IShellLinkW*, IPersistFile*)>& wor
                && SUCCEEDED(link->SetArguments(Wide(facts.arguments).c_str()))
                && SUCCEEDED(link->SetWorkingDirectory(Wide(facts.folder).c_str()))
                && (facts.icon.empty() || SUCCEEDED(link->SetIconLocation(Wide(facts.icon).c_str(), facts.index)))
-               && (!facts.relative || SUCCEEDED(link->SetRelativePath(Wide(path).c_str(), 0)))
-               && SUCCEEDED(file->Save(Wide(path).c_str(), TRUE)) && (!facts.relative || AnnounceRelativePath(path))
+               && SUCCEEDED(file->Save(Wide(path).c_str(), TRUE))
                && (!facts.readOnly || SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
     });
 }
