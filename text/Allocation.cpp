@@ -18,9 +18,9 @@ void FreeBlock(void* block)
     std::free(block);
 }
 
-void FailAllocation(long nth)
+void FailAllocation(long nth, long count)
 {
-    g_allocations.FailAt(nth);
+    g_allocations.FailAt(nth, count);
 }
 
 long AllocationsMade()

@@ -30,7 +30,8 @@ void HeapDelete(T* object)
     }
 }
 
-// Test control: the nth allocation from now (1 = the next one) fails, once. 0 switches
-// failures off. AllocationsMade counts every allocation attempt since the last call.
-void FailAllocation(long nth);
+// Test control: the nth allocation from now (1 = the next one) fails, and the count - 1 after
+// it too. 0 switches failures off. AllocationsMade counts every allocation attempt since the
+// last call.
+void FailAllocation(long nth, long count = 1);
 long AllocationsMade();

@@ -5,9 +5,9 @@
 // a stream opened for writing, a link's save, move or delete) pass IoWrites too.
 //
 // A test fails one call, IoCalls().FailAt(n), or stops every write from one on, as a crash
-// would leave the disk: IoWrites().FailAt(n, true). A failed file call answers as the disk
-// would, with its error for LastFileError: a write puts out half its bytes and then finds
-// the disk full (112), an open finds the file locked (32), any other call is denied (5).
+// would leave the disk: IoWrites().FailAt(n, CFaultSeam::Onwards). A failed file call answers
+// as the disk would, with its error for LastFileError: a write puts out half its bytes and then
+// finds the disk full (112), an open finds the file locked (32), any other call is denied (5).
 
 #include "text/Faults.h"
 

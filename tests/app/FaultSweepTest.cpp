@@ -171,10 +171,10 @@ protected:
     long shown = 0;   // restore-all runs whose dialog showed
 };
 
-const Seam Allocations{"allocations", FailAllocation, AllocationsMade};
+const Seam Allocations{"allocations", [](long n) { FailAllocation(n); }, AllocationsMade};
 const Seam IoCallSeam{"file calls and link steps", [](long n) { IoCalls().FailAt(n); }, [] { return IoCalls().Made(); }};
 // A crash after the nth write: that write and those before it are on the disk, none after it.
-const Seam Crashes{"crash after a write", [](long n) { IoWrites().FailAt(n ? n + 1 : 0, true); },
+const Seam Crashes{"crash after a write", [](long n) { IoWrites().FailAt(n ? n + 1 : 0, CFaultSeam::Onwards); },
                    [] { return IoWrites().Made(); }};
 const Seam GarbledSaves{"saves the shell garbles", [](long n) { ShellLinkModel::Garbles().FailAt(n); },
                         [] { return ShellLinkModel::Garbles().Made(); }};

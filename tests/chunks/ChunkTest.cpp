@@ -46,21 +46,21 @@ TEST_F(FilesFixture, ChunkWriter)
     EXPECT_FALSE(direct.OpenGroup(1) || direct.WriteLeaf("x", 1) || direct.ReadLeaf(0, leaf) || CChunkFile().BeginFile(Full("no\\d").c_str()));
     EXPECT_TRUE(direct.CloseGroup() && direct.Close() && direct.IsWriting());
 
-    // BeginFile and OpenGroup with each allocation failed in turn: "+", both done, and the file
-    // is replaced when the object goes; "-" (not begun) or "=" (no group): the writing has
-    // ended and the .tmp twin stays aside.
+    // BeginFile and OpenGroup with each allocation failed in turn, alone or with the next one:
+    // "+", both done, and the file is replaced when the object goes; "-" (not begun) or "="
+    // (no group): the writing has ended and the .tmp twin stays aside.
     std::string opened;
-    for (long nth = 1; nth <= 16; ++nth) {
+    for (long nth = 1; nth <= 32; ++nth) {
         WriteFile("p.chk", "old");
         {
             CChunkFile file;
-            FailAllocation(nth);
+            FailAllocation((nth - 1) % 16 + 1, nth > 16 ? 2 : 1);
             opened += file.BeginFile(Full("p.chk").c_str()) ? (file.OpenGroup(7) ? '+' : file.IsOpen() ? '?' : '=') : file.IsOpen() ? '?' : '-';
             FailAllocation(0);
         }
         opened += ReadFile("p.chk")[0];
     }
-    EXPECT_EQ(opened, "-o-o+X+X+X+X+X-o-o+X+X+X+X=o=o+X");
+    EXPECT_EQ(opened, "-o-o+X+X+X+X+X-o-o+X+X+X+X=o=o+X-o-o+X+X+X+X-o-o-o+X+X+X=o=o=o+X");
 }
 
 TEST_F(FilesFixture, ChunkReader)
