@@ -111,6 +111,11 @@ TEST_F(FilesFixture, ChunkReader)
     ASSERT_TRUE(file.Open(Full("d.chk").c_str()) && file.Open(Full("elsewhere").c_str()));
     EXPECT_TRUE(file.ReadLeaf(2, leaf) && leaf.IsEmpty() && !file.ReadLeaf(-1, leaf) && file.CloseGroup() && !file.IsOpen());
     EXPECT_TRUE(!file.OpenGroup(5) && !file.ReadLeaf(0, leaf) && file.CloseGroup() && file.Close());
+    struct CLongerChunkFile : CChunkFile {   // a signature of another length: every place follows from it
+        CLongerChunkFile() { signature.Assign("LONGER"); }
+    } longer;
+    WriteFile("s.chk", "LONGER" + good.substr(3));
+    EXPECT_TRUE(longer.Open(Full("s.chk").c_str()) && longer.OpenGroup(2) && longer.ReadLeaf(0, leaf) && Bytes(leaf) == "data");
 
     // Open with each allocation failed in turn: it opens whole, or not at all. The nine records
     // take blocks for 4, 8 and 16, so that a group of n children costs about log n blocks.
