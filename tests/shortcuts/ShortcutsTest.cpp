@@ -81,6 +81,13 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
     CTextString spaced("a b");
     RestoreQuotes(spaced, ' ', '#');
     EXPECT_EQ(Bytes(spaced), "a\"b");
+    for (long nth : {1, 2, 3}) {   // no memory for one of its one-byte texts: false, nothing replaced
+        CTextString args("[a]");
+        FailAllocation(nth);
+        EXPECT_FALSE(RestoreQuotes(args, '[', ']'));
+        FailAllocation(0);
+        EXPECT_EQ(Bytes(args), "[a]");
+    }
 }
 
 TEST_F(FilesFixture, QuoteCharsFile)
