@@ -38,7 +38,7 @@ public:
 
     // The message map: commands by id, the posted message, paint, colours, tips.
     void OnCommand(int id) override;
-    void OnAppMessage() override;   // OnShortcutLoaded(0, 0)
+    void OnAppMessage() override;   // OnShortcutLoaded()
     void OnPaint() override;
     IconHandle OnQueryDragIcon() override;
     BrushHandle OnCtlColor(CColourContext& context, int controlId, int kind) override;
@@ -65,7 +65,7 @@ public:
         NotTaken,       // its values could not be had whole
     };
     LinkKind Analyse();
-    std::intptr_t OnShortcutLoaded(std::uintptr_t wParam, std::intptr_t lParam);
+    void OnShortcutLoaded();
     void RefreshIcon();
     void ShowUnsupported();
 

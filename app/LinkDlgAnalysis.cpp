@@ -58,7 +58,7 @@ CLinkDlg::LinkKind CLinkDlg::Analyse()
 
 // The icon goes first, refused shortcuts too. A shortcut whose values could not be taken is
 // told as a failed load and shows no name; a name that could not be had leaves the one shown.
-std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/)
+void CLinkDlg::OnShortcutLoaded()
 {
     RefreshIcon();
     ResetControls();
@@ -82,16 +82,15 @@ std::intptr_t CLinkDlg::OnShortcutLoaded(std::uintptr_t /*wParam*/, std::intptr_
         break;
     case LinkKind::NotTaken:
         m_dropTarget.ReportLoadFailure();
-        return 0;
+        return;
     }
 
     CTextString name(0);
     if (!HasItem(IDC_SHORTCUT_NAME) || !AssignWhole(name, m_dropTarget.m_linkPath) || !name.CollapseWide())
-        return 0;
+        return;
     if (EndsWithNoCase(name, LinkExtension, sizeof(LinkExtension) - 1))
         name.Truncate(name.Length() - (sizeof(LinkExtension) - 1));
     SetItemText(IDC_SHORTCUT_NAME, FileNamePart(name.Text()));
-    return 0;
 }
 
 void CLinkDlg::ShowUnsupported()

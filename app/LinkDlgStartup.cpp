@@ -36,14 +36,11 @@ CLinkDlg::CLinkDlg()
     m_hIcon = LoadAppIcon(IDR_MAINFRAME);
 }
 
-// The window is gone by now. The chains and the fonts are given back here; the members'
-// own destructors then free the strings and, after them, the drop target, which gives back
-// whatever OnCancel did not.
+// The window is gone by now. The fonts are given back here; the members' own destructors
+// then free the chains, the strings and, last, the drop target, which gives back whatever
+// OnCancel did not.
 CLinkDlg::~CLinkDlg()
 {
-    m_shortcuts.Clear();
-    m_selected.Clear();
-    m_argTokens.Clear();
     if (m_nameFont)
         DeleteFontHandle(m_nameFont);
     if (m_statusFont)
@@ -167,5 +164,5 @@ void CLinkDlg::OnCommand(int id)
 
 void CLinkDlg::OnAppMessage()
 {
-    OnShortcutLoaded(0, 0);
+    OnShortcutLoaded();
 }

@@ -150,11 +150,12 @@ int CDialog::ListFindItem(int id, const char* text) const
     return -1;
 }
 
+// A search starts behind a row, or at the first with -1; the control defines no other start.
 int CDialog::ListGetNextSelected(int id, int row) const
 {
     const std::vector<int>& selection = Item(window, id).selection;
     auto next = std::upper_bound(selection.begin(), selection.end(), row);
-    return next == selection.end() ? -1 : *next;
+    return next == selection.end() || row < -1 ? -1 : *next;
 }
 
 // The rows behind a deleted one move up, and the selection goes, as the dialog rebuilds the
