@@ -68,8 +68,8 @@ private:
 
 class CDialog {
 public:
-    explicit CDialog(int templateId);
-    virtual ~CDialog();
+    explicit CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
+    virtual ~CDialog() = default;
     CDialog(const CDialog&) = delete;
     CDialog& operator=(const CDialog&) = delete;
 
@@ -82,19 +82,19 @@ public:
     void* Handle() const { return window; }
 
     // Handlers. The base versions do what the framework does by default.
-    virtual bool OnInitDialog();       // true: the framework sets the focus
-    virtual void OnOK();               // IdOk: EndDialog(IdOk)
-    virtual void OnCancel();           // IdCancel, close box, Escape: EndDialog(IdCancel)
-    virtual void OnCommand(int id);    // any other command id: nothing
-    virtual void OnAppMessage();       // the posted AppMessage: nothing
-    virtual void OnPaint();            // nothing beyond DefaultPaint
-    virtual IconHandle OnQueryDragIcon();   // null: the framework's default
+    virtual bool OnInitDialog() { return true; }   // true: the framework sets the focus
+    virtual void OnOK() { EndDialog(IdOk); }
+    virtual void OnCancel() { EndDialog(IdCancel); }   // IdCancel, the close box, Escape
+    virtual void OnCommand(int /*id*/) {}              // any other command id
+    virtual void OnAppMessage() {}                     // the posted AppMessage
+    virtual void OnPaint() { DefaultPaint(); }
+    virtual IconHandle OnQueryDragIcon() { return nullptr; }   // null: the framework's default
     // Colours of a control: the base answers the platform's default brush. An override
     // may change the context's text colour and answer the base's brush.
     virtual BrushHandle OnCtlColor(CColourContext& context, int controlId, int kind);
     // Text of a tool tip for the control with this id (0 when the platform knows none).
     // *text must stay valid after the call; false leaves the tip without text.
-    virtual bool OnNeedText(int controlId, const char** text);
+    virtual bool OnNeedText(int /*controlId*/, const char** /*text*/) { return false; }
 
     // The default handling of WM_PAINT (CWnd::Default).
     void DefaultPaint();

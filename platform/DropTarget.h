@@ -20,7 +20,7 @@ const int DropEffectCopy = 1;
 
 class COleDropTarget {
 public:
-    COleDropTarget();
+    COleDropTarget() : registration(nullptr) {}
     virtual ~COleDropTarget();
     COleDropTarget(const COleDropTarget&) = delete;
     COleDropTarget& operator=(const COleDropTarget&) = delete;
@@ -32,12 +32,15 @@ public:
 
     // dropFiles: the locked bytes of the CF_HDROP block, or null when the drag offers no
     // file names or the block cannot be fetched or locked. Answers a drop effect.
-    virtual int OnDragEnter(const void* dropFiles, std::size_t size, std::uint32_t keyState);
-    virtual int OnDragOver(std::uint32_t keyState);   // base: DropEffectNone
-    virtual void OnDragLeave();                        // base: nothing
+    virtual int OnDragEnter(const void* /*dropFiles*/, std::size_t /*size*/, std::uint32_t /*keyState*/)
+    {
+        return DropEffectNone;
+    }
+    virtual int OnDragOver(std::uint32_t /*keyState*/) { return DropEffectNone; }
+    virtual void OnDragLeave() {}
     // dropEffect: the effect last answered by OnDragEnter or OnDragOver, as the source
     // allows it. True if the drop was taken.
-    virtual bool OnDrop(int dropEffect);               // base: false
+    virtual bool OnDrop(int /*dropEffect*/) { return false; }
 
 private:
     void* registration;   // the registered IDropTarget object, or null

@@ -63,8 +63,6 @@ bool CModelWindow::Press(int id)
     return true;
 }
 
-CDialog::CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
-CDialog::~CDialog() {}
 
 // After OnInitDialog (whose true sets the focus) the session plays the user; a dialog still
 // open then is closed with the close box, and one that an OnCancel failed to end ends all
@@ -90,15 +88,7 @@ void CDialog::EndDialog(int code)
         made->endCode = (made->ended = true, code);
 }
 
-bool CDialog::OnInitDialog() { return true; }
-void CDialog::OnOK() { EndDialog(IdOk); }
-void CDialog::OnCancel() { EndDialog(IdCancel); }
-void CDialog::OnCommand(int) {}
-void CDialog::OnAppMessage() {}
-void CDialog::OnPaint() { DefaultPaint(); }
-IconHandle CDialog::OnQueryDragIcon() { return nullptr; }
 BrushHandle CDialog::OnCtlColor(CColourContext&, int, int) { return nullptr; }
-bool CDialog::OnNeedText(int, const char**) { return false; }
 void CDialog::DefaultPaint() { Log("DefaultPaint"); }
 
 bool CDialog::HasItem(int id) const { return window && static_cast<CModelWindow*>(window)->controls.count(id); }

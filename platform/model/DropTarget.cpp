@@ -5,7 +5,6 @@
 
 #include "platform/model/DialogModel.h"
 
-COleDropTarget::COleDropTarget() : registration(nullptr) {}
 COleDropTarget::~COleDropTarget() {}
 bool COleDropTarget::Register(CDialog& dialog) { return DialogModel().calls.push_back("Register"), registration = &dialog, true; }
 
@@ -16,9 +15,5 @@ void COleDropTarget::Revoke()
     registration = nullptr;
 }
 
-int COleDropTarget::OnDragEnter(const void*, std::size_t, std::uint32_t) { return DropEffectNone; }
-int COleDropTarget::OnDragOver(std::uint32_t) { return DropEffectNone; }
-void COleDropTarget::OnDragLeave() {}
-bool COleDropTarget::OnDrop(int) { return false; }
 std::int32_t StartOle() { return DialogModel().calls.push_back("StartOle"), DialogModel().oleAnswer; }
 void StopOle() { DialogModel().calls.push_back("StopOle"); }

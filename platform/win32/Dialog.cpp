@@ -306,9 +306,7 @@ INT_PTR CDialogRouter::NeedText(CDialog& dialog, LPARAM lParam)
 
 // ---- the dialog ----
 
-CDialog::CDialog(int templateId_) : templateId(templateId_), window(nullptr) {}
 
-CDialog::~CDialog() {}
 
 // A dialog without a parent of its own is owned by the window active on this thread, so
 // that a dialog opened from another one blocks it for as long as it runs.
@@ -328,14 +326,6 @@ void CDialog::EndDialog(int code)
     ::EndDialog(AsWindow(window), code);
 }
 
-bool CDialog::OnInitDialog() { return true; }
-void CDialog::OnOK() { EndDialog(IdOk); }
-void CDialog::OnCancel() { EndDialog(IdCancel); }
-void CDialog::OnCommand(int) {}
-void CDialog::OnAppMessage() {}
-void CDialog::OnPaint() { DefaultPaint(); }
-IconHandle CDialog::OnQueryDragIcon() { return nullptr; }
-bool CDialog::OnNeedText(int, const char**) { return false; }
 
 // The default brush and colours are DefWindowProc's for this kind of control.
 BrushHandle CDialog::OnCtlColor(CColourContext& context, int controlId, int kind)

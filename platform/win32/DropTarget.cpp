@@ -123,7 +123,6 @@ CDropTargetObject* ObjectOf(void* registration)
 
 }   // namespace
 
-COleDropTarget::COleDropTarget() : registration(nullptr) {}
 
 COleDropTarget::~COleDropTarget()
 {
@@ -160,10 +159,6 @@ void COleDropTarget::Revoke()
     object->Release();
 }
 
-int COleDropTarget::OnDragEnter(const void*, std::size_t, std::uint32_t) { return DropEffectNone; }
-int COleDropTarget::OnDragOver(std::uint32_t) { return DropEffectNone; }
-void COleDropTarget::OnDragLeave() {}
-bool COleDropTarget::OnDrop(int) { return false; }
 
 std::int32_t StartOle()
 {
