@@ -124,7 +124,7 @@ struct ProgramTest : testing::Test, Session {
 // The shortcut starts read-only, and is saved without the bit. Pictures of every state and of
 // help are taken on the way. A tip shows for the control under a resting pointer, disabled or
 // not, a combo box's edit part counts as the combo box, and a key hides the tip. A drop that
-// fails to load changes nothing: Restore then restores the shortcut shown.
+// fails to load changes nothing: Restore then restores the shortcut shown. Restore-all ends it.
 TEST_F(ProgramTest, RoadOfOneShortcut)
 {
     ASSERT_TRUE(WriteBytes(Path("Links\\Notes.txt"), "text") && WriteBytes(Path("Links\\Broken.lnk"), "not a shortcut")
@@ -196,34 +196,15 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
                                              "cannot keep, and cannot be modified.|no icon");
     ASSERT_TRUE(Dropped([&] { return IsWindowEnabled(dialog) != 0; }));
     EXPECT_EQ(ReadBytes(odd), before);
-}
 
-// Restore-all goes by the list alone and shows no window: listed enhanced shortcuts come back,
-// read-only ones too, under the quote characters of QuoteChars.txt; an unlisted enhanced one
-// stays; both list files go.
-TEST_F(ProgramTest, RestoreAllPutsListedShortcutsBackWithoutAWindow)
-{
-    ASSERT_TRUE(WriteBytes(Path("QuoteChars.txt"), "LeftArgQuote={\r\nRightArgQuote=}\r\n"));
-    const std::string parent = Path("Zelmar.exe");
-    const std::string bare = "profile=\"Racing Wheel\" target=" + Quoted(game.target);
-    const std::string full = "profile=\"Arcade Stick\" profile=\"Flight Yoke\" target=" + Quoted(game.target)
-                             + " targetDir=" + Quoted(game.folder) + " args=\"-map {C:\\My Maps\\one.map} -fast\"";
-    const struct { const char* file; Shortcut before, after; } rows[] = {
-        {"Full.lnk", {parent, full, folder, game.icon, 0, true}, game},
-        // With no icon of its own, the shell names the target it was read with.
-        {"Bare.lnk", {parent, bare}, {game.target, "", "", parent}},
-        {"Unlisted.lnk", {parent, bare}, {parent, bare}},
-    };
-    for (const auto& row : rows)
-        ASSERT_TRUE(WriteShortcut(Path(row.file), row.before));
-    ASSERT_TRUE(WriteBytes(Path("ShortcutList"), ListBytes({Path("Full.lnk"), Path("Bare.lnk")})));
-    ASSERT_TRUE(WriteBytes(Path("ShortcutList.txt"), "2 Shortcuts currently modified."));
-
-    ASSERT_TRUE(run.Start(Path("Linkwright.exe"), "-restoreall", folder));
-    ASSERT_TRUE(!run.WaitForWindow("", 30000) && run.WaitForEnd(0)) << "a window showed, or the run did not end";
-    for (const auto& row : rows)
-        EXPECT_EQ(ReadShortcut(Path(row.file)), Describe(row.after)) << row.file;
-    EXPECT_EQ(ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")), "<missing><missing>");
+    // Enhanced again, made read-only and closed: a start with -RestoreAll shows no window, puts
+    // it back and takes both list files away.
+    ASSERT_TRUE(Drop({link}, [&] { return Enabled(IDC_ADD); }) && Add("Flight Yoke") && Save()
+                && SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY) && Press(dialog, IDCANCEL) && run.WaitForEnd(20000));
+    CRun restoreAll;
+    ASSERT_TRUE(restoreAll.Start(Path("Linkwright.exe"), "-restoreall", folder));
+    EXPECT_TRUE(!restoreAll.WaitForWindow("", 30000) && restoreAll.WaitForEnd(0)) << "a window showed, or the run did not end";
+    EXPECT_EQ(Files(), Describe(game) + "<missing><missing>");
 }
 
 }  // namespace
