@@ -48,6 +48,8 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
         answers += Tokenize(two, chain) ? "+" : "-";
     }
     EXPECT_EQ(answers, "-+---+--");   // a token that lost its first allocation grows one
+    Tokenize(CTextString(" a \t b  "), chain);   // blanks in a row cost nothing
+    EXPECT_EQ(AllocationsMade(), 10);
     // line; then the profiles, target, working folder and arguments taken from it ("-": untouched)
     const std::pair<const char*, const char*> lines[] = {
         {"profile=\"A\" profile=\"B b\" target=\"C:\\x.exe\" targetDir=\"C:\\\" args=\"-f [a b]\"", "A|B b|;C:\\x.exe;C:\\;-f [a b]"},

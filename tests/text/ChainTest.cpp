@@ -42,4 +42,5 @@ TEST(Chain, AgreesWithAVector)
         ASSERT_EQ(chain.ElementAt(-1), chain.Head());
         ASSERT_EQ(chain.ElementAt(n + 5), chain.Tail());
     }
+    ASSERT_TRUE(chain.Append(HeapNew<int>(9)) && chain.Tail()->tag == 0);   // untagged
 }

@@ -223,7 +223,7 @@ TEST(TextString, FailedAllocations)
         {[] { CTextString t("abababa"), s("ab"), r("xy"); FailAllocation(0); t.Replace(s, r); return Bytes(t) + std::to_string(AllocationsMade()); }, "xyxyxya1"},
         {[] { CChain<CTextString> c; const CTextString a("a"); std::string r;
               for (long nth : {1, 2, 3, 4}) { FailAllocation(nth); r += InsertEntry(c, a) ? "+" : "-"; }
-              return r + std::to_string(c.Count()); }, "---+1"},
+              return r + std::to_string(c.Count()) + std::to_string(c.Head()->tag); }, "---+10"},
         {[] { std::FILE* f = std::tmpfile(); std::fputs("a line longer than its first allocation\n", f); std::rewind(f);
               CTextString line(0); FailAllocation(1); const bool read = line.ReadLine(f); const bool end = std::feof(f);
               std::fclose(f); return std::to_string(read) + std::to_string(end); }, "00"},   // a byte not kept: short of the end
