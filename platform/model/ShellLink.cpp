@@ -120,6 +120,14 @@ LinkFile GetFile(const std::string& widePath)
     return found == TheStore().files.end() ? LinkFile() : found->second.file;
 }
 
+std::vector<std::string> FilePaths()
+{
+    std::vector<std::string> paths;
+    for (const auto& file : TheStore().files)
+        paths.push_back(file.first);
+    return paths;
+}
+
 void FailStep(Step step, ShellResult result) { TheStore().failures[step] = result; }
 
 CFaultSeam& Garbles()

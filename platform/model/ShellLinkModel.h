@@ -54,6 +54,7 @@ void PutFile(const std::string& widePath, const LinkFile& file);
 // loaded object drops it; a save stores the object's.
 void PutWide(const std::string& widePath, LinkText which, const std::u16string& units);
 LinkFile GetFile(const std::string& widePath);   // an empty record when there is none
+std::vector<std::string> FilePaths();           // the wide paths of the stored files
 
 // From now until Reset, every call of step answers result instead of doing its work.
 void FailStep(Step step, ShellResult result = Failed);

@@ -5,8 +5,9 @@
 //       shortcut was still enhanced;
 //   (c) ShortcutList is whole: entries as they were written, no cut tail;
 //   (d) each shortcut is as it was, wholly enhanced or wholly restored;
-// a step of the road that a fault stopped has told the user (restore-all tells nobody), and
-// nothing is written outside the program's folder. Crashes and leaks are the sanitizers'.
+// a step of the road that a fault stopped has told the user (restore-all tells nobody);
+// nothing is written outside the program's folder, and no link file but the shortcuts and
+// their temporaries ("<name>.lw.tmp"). Crashes and leaks are the sanitizers'.
 
 #include "AppFixture.h"
 
@@ -14,6 +15,7 @@
 #include <filesystem>
 #include <map>
 #include <regex>
+#include <set>
 
 #include "platform/posix/IoFaults.h"
 #include "tests/chunks/ChunkBytes.h"
@@ -30,6 +32,9 @@ const char Race[] = "C:\\Links\\Race.lnk";     // plain; the road enhances and r
 const char Other[] = "C:\\Links\\Other.lnk";   // enhanced and listed; restore-all puts it back
 const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
 const LinkFile Sim = {"C:\\Sim\\sim.exe", "", "", "C:\\Sim\\sim.exe", 0, "own"};
+// The shortcuts as the link store keys them, with the temporaries beside them.
+const std::set<std::string> Shortcuts = {Wide(Race), Wide(Other), Wide(Race + std::string(".lw.tmp")),
+                                         Wide(Other + std::string(".lw.tmp"))};
 // Where a path cut short would have put a list file: the drive's root and the current folder.
 const char* const StrayPlaces[] = {"/ShortcutList", "/ShortcutList.txt", "ShortcutList", "ShortcutList.txt"};
 
@@ -163,6 +168,8 @@ protected:
                 broken[bit] += brokenHere >> bit & 1;
             for (const char* place : StrayPlaces)
                 stray += fs::remove(place) ? 1 : 0;
+            for (const std::string& path : ShellLinkModel::FilePaths())
+                stray += Shortcuts.count(path) ? 0 : 1;
         }
         std::printf("%s from %ld: %ld swept; runs breaking (a) %d, (c) %d, (d) %d; %ld lost, %ld stray, %ld shown\n", seam.name,
                     first, (count - first) / step + 1, broken[0], broken[1], broken[2], lost, stray, shown);
