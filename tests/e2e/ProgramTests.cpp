@@ -10,16 +10,6 @@
 namespace e2e {
 namespace {
 
-// The dialog's controls in each state: "+" enabled (the label: shown), "-" not.
-const std::pair<int, const char*> kControls[] = {
-    {IDC_PROFILE_COMBO, " combo"}, {IDC_ADD, " add"}, {IDC_SELECTED_LIST, " list"}, {IDC_REMOVE, " remove"}, {IDOK, " save"},
-    {IDC_RESTORE, " restore"}, {IDC_ENABLED_LABEL, " label"}, {IDC_HELP_BUTTON, " help"}, {IDCANCEL, " close"}};
-const char kEmpty[] = "combo- add- list- remove- save- restore- label- help+ close+";
-const char kPlain[] = "combo+ add+ list- remove- save- restore- label- help+ close+";
-const char kPicking[] = "combo+ add+ list+ remove+ save+ restore- label- help+ close+";
-const char kEnhanced[] = "combo+ add+ list+ remove+ save- restore+ label+ help+ close+";
-const char kEdited[] = "combo+ add+ list+ remove+ save+ restore+ label+ help+ close+";
-
 const char kListNotice[] = " currently modified. Do not delete the file \"ShortcutList\" or Zelmardeck\r\n"
                            "will not be able to restore these shortcuts if you uninstall.\r\n";
 // Made in neither the sorted nor the byte order; two names differ in letter case only.
@@ -81,14 +71,6 @@ struct ProgramTest : testing::Test, Session {
     // The shortcut as the shell reads it, then the bytes of both list files.
     std::string Files() const { return ReadShortcut(link) + ReadBytes(Path("ShortcutList")) + ReadBytes(Path("ShortcutList.txt")); }
 
-    std::string Controls() const
-    {
-        std::string line;
-        for (const auto& [id, name] : kControls)
-            line += name + std::string((id == IDC_ENABLED_LABEL ? IsWindowVisible(Control(id)) : Enabled(id)) ? "+" : "-");
-        return line.substr(1);
-    }
-
     void Start()
     {
         ASSERT_TRUE(run.Start(Path("Linkwright.exe"), "", folder) && (dialog = run.WaitForWindow(kDialogTitle, 30000)));
@@ -109,10 +91,9 @@ struct ProgramTest : testing::Test, Session {
         return answered ? shown : shown + " (not answered)";
     }
 
-    // A picture of the window, taken once the dialog is seen in its state.
-    void Snap(HWND window, const std::string& name, const char* state = nullptr) const
+    // A picture of the window, for people.
+    void Snap(HWND window, const std::string& name) const
     {
-        EXPECT_TRUE(!state || Controls() == state) << Controls() << " in " << name;
         EXPECT_TRUE(Picture(window, LW_ARTIFACT_DIR "/" + name + ".ppm")) << name;
     }
 
@@ -134,7 +115,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     const Names entries = ComboEntries(Control(IDC_PROFILE_COMBO));
     const auto byName = [](const std::string& a, const std::string& b) { return lstrcmpiA(a.c_str(), b.c_str()) < 0; };
     EXPECT_TRUE(entries.size() == 4 && std::is_sorted(entries.begin(), entries.end(), byName)) << testing::PrintToString(entries);
-    Snap(dialog, "state-empty", kEmpty);
+    Snap(dialog, "state-empty");
     ASSERT_TRUE(Press(dialog, IDC_HELP_BUTTON));
     const HWND help = run.WaitForWindow("Help for Linkwright");
     Snap(help, "help-dialog");
@@ -147,14 +128,14 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     // Of several names only the first counts: the shortcut is taken.
     ASSERT_TRUE(Drop({link, Path("Links\\Notes.txt")}, [&] { return Enabled(IDC_ADD); }));
     EXPECT_EQ(std::to_string(drag.get()) + Text(Control(IDC_SHORTCUT_NAME)), std::to_string(DROPEFFECT_COPY) + "Racer");
-    Snap(dialog, "state-plain", kPlain);
+    Snap(dialog, "state-plain");
     EXPECT_TRUE(tip(IDC_PROFILE_COMBO, "This is a list of available profiles from Zelmardeck."));
 
     // Written in the order added.
     ASSERT_TRUE(Add("Racing Wheel") && Add("Flight Yoke"));
-    Snap(dialog, "state-picking", kPicking);
+    Snap(dialog, "state-picking");
     ASSERT_TRUE(Save());
-    Snap(dialog, "state-enhanced", kEnhanced);
+    Snap(dialog, "state-enhanced");
     const std::string tail = " target=" + Quoted(game.target) + " targetDir=" + Quoted(game.folder)
                              + " args=\"-map [C:\\My Maps\\one.map] -fast\"";
     Shortcut enhanced{Path("Zelmar.exe"), "profile=\"Racing Wheel\" profile=\"Flight Yoke\"" + tail, folder, game.icon};
@@ -166,7 +147,7 @@ TEST_F(ProgramTest, RoadOfOneShortcut)
     EXPECT_TRUE(WaitUntil(logged)) << ReadBytes(Path("Zelmar.log"));
 
     ASSERT_TRUE(Add("Arcade Stick"));
-    Snap(dialog, "state-edited", kEdited);
+    Snap(dialog, "state-edited");
     // Shown sorted, the last row is Racing Wheel. A person selects it from the first row (the list
     // has no header) with arrow keys and presses Remove: exactly that row goes.
     const HWND list = Control(IDC_SELECTED_LIST);
