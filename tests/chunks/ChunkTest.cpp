@@ -36,8 +36,7 @@ TEST_F(FilesFixture, ChunkWriter)
         WriteFile("n.chk", "old");
         SetAttributes(Full("n.chk").c_str(), AttributeReadOnly);
         EXPECT_TRUE(onDisk.BeginFile(Full("n.chk").c_str()) && !onDisk.BeginMemory(memory) && WriteNested(onDisk, closeEachGroup) && !onDisk.IsOpen());
-        EXPECT_EQ(ReadFile("n.chk") + ReadFile("n.chk.tmp"), Nested);
-        EXPECT_EQ(GetAttributes(Full("n.chk").c_str()) & AttributeReadOnly, 0u);
+        EXPECT_EQ(ReadFile("n.chk") + ReadFile("n.chk.tmp"), Nested);   // the read-only file is replaced
     }
     CChunkFile direct;
     direct.replaceOnClose = false;
@@ -90,6 +89,7 @@ TEST_F(FilesFixture, ChunkReader)
         {"an id held by a leaf", "XFF" + Be16(1) + Group(0, 9, groups), "", true, 5, true, "first"},
         {"an id held by a grandchild", "XFF" + Be16(1) + Group(0, 9, groups), good, true, 4, false, Be32(5)},
     };
+    CTextString leaf(0);
     for (const auto& [what, bytes, twin, opens, group, groupOpens, leafZero] : rows) {
         const bool takenOver = !twin.empty() && twin[0] == '=';
         for (const auto& [name, written] : {std::pair{"d.chk", bytes}, {"d.chk.tmp", twin.empty() ? "?" : twin.substr(takenOver)}}) {
@@ -97,28 +97,25 @@ TEST_F(FilesFixture, ChunkReader)
             if (written != "?")
                 WriteFile(name, written);
         }
-        CChunkFile file;
-        CTextString leaf(0);
-        EXPECT_EQ(file.Open(Full("d.chk").c_str()), opens) << what;
+        CChunkFile file;   // an open object stays on its file
+        EXPECT_EQ(file.Open(Full("d.chk").c_str()) && file.Open(Full("elsewhere").c_str()), opens) << what;
         EXPECT_EQ(ReadFile("d.chk") + "|" + ReadFile("d.chk.tmp"), takenOver ? twin.substr(1) + "|" : bytes + "|" + twin) << what;
         EXPECT_EQ(file.OpenGroup(group), groupOpens) << what;
         EXPECT_EQ(file.ReadLeaf(0, leaf) ? Bytes(leaf) : "-", leafZero) << what;
-        EXPECT_FALSE(file.ReadLeaf(opens ? file.CurrentGroup()->childCount : 0, leaf)) << what;
+        EXPECT_FALSE(file.ReadLeaf(opens ? file.CurrentGroup()->childCount : 0, leaf) || file.ReadLeaf(-1, leaf)) << what;
         EXPECT_EQ(file.CloseGroup() && file.IsOpen() && file.Close(), groupOpens) << what;   // back in the root, or closed
     }
-    CChunkFile file;
-    CTextString leaf(0);
-    ASSERT_TRUE(file.Open(Full("d.chk").c_str()) && file.Open(Full("elsewhere").c_str()));
-    EXPECT_TRUE(file.ReadLeaf(2, leaf) && leaf.IsEmpty() && !file.ReadLeaf(-1, leaf) && file.CloseGroup() && !file.IsOpen());
-    EXPECT_TRUE(!file.OpenGroup(5) && !file.ReadLeaf(0, leaf) && file.CloseGroup() && file.Close());
-    struct CLongerChunkFile : CChunkFile {   // a signature of another length: every place follows from it
-        CLongerChunkFile() { signature.Assign("LONGER"); }
+    struct CLongerChunkFile : CChunkFile {   // a signature of another length, a root header's bytes at that:
+        CLongerChunkFile() { signature.Assign(Make(Group(0, 0, ""))); }   // every place follows from it
     } longer;
-    WriteFile("s.chk", "LONGER" + good.substr(3));
+    WriteFile("s.chk", Group(0, 0, "") + "\x01");   // no version
+    EXPECT_FALSE(longer.Open(Full("s.chk").c_str()));
+    WriteFile("s.chk", Group(0, 0, "") + good.substr(3));
     EXPECT_TRUE(longer.Open(Full("s.chk").c_str()) && longer.OpenGroup(2) && longer.ReadLeaf(0, leaf) && Bytes(leaf) == "data");
 
-    // Open with each allocation failed in turn: it opens whole, or not at all. The nine records
-    // take blocks for 4, 8 and 16, so that a group of n children costs about log n blocks.
+    // Open with each allocation failed in turn: it opens whole, or not at all, and memory that
+    // failed never lets the twin in. The nine records take blocks for 4, 8 and 16, so that a
+    // group of n children costs about log n blocks.
     std::string answers;
     for (long nth = 1; nth <= 16; ++nth) {
         CChunkFile failing;
@@ -128,7 +125,6 @@ TEST_F(FilesFixture, ChunkReader)
         answers += opened != failing.IsOpen() || (opened && failing.CurrentGroup()->keptChildren != 9) ? "?" : opened ? "+" : "-";
     }
     EXPECT_EQ(answers, "--+------+++++++");
-    EXPECT_EQ(ReadFile("d.chk.tmp"), good);   // memory that failed says nothing about the file
 }
 
 TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
@@ -142,7 +138,6 @@ TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
         {file(2, Group(1, 1, Leaf("eventprofile")) + Group(3, 1, Leaf("A"))), ""},
         {file(2, Group(1, 1, Leaf(std::string("EventProfile", 13))) + Group(3, 1, Leaf("A"))), ""},
         {file(1, type), ""},
-        {file(2, type + Group(3, 0, "")), ""},
         {Profile("Racing").substr(0, 74), ""},
     };
     CEventProfile profile;
@@ -150,12 +145,11 @@ TEST_F(FilesFixture, ProfileNamesAndTheCatalogue)
         WriteFile("x.idprof", bytes);
         EXPECT_EQ(Bytes(profile.ReadProfileName(Make(Full("x.idprof")))) + (profile.IsOpen() ? " (left open)" : ""), name);
     }
-    OverrideProgramPath("Linkwright.exe");   // no folder, so no Profiles folder is searched
+    OverrideProgramPath("L");   // no folder, so no Profiles folder is searched
     CChain<CTextString> list;
     ASSERT_TRUE(InsertEntry(list, CTextString("stale")));
-    EXPECT_TRUE(profile.ListProfiles(list) && list.IsEmpty());
+    EXPECT_TRUE(profile.ListProfiles(list) && list.IsEmpty() && Bytes(ModulePath(nullptr)) == "L");
     OverrideProgramPath(Full("Linkwright.exe").c_str());
-    EXPECT_EQ(Bytes(ModulePath(nullptr)) + "|" + Bytes(ModuleFolder(nullptr)), Full("Linkwright.exe") + "|" + base);
     for (const char* name : {"a.idprof", "B.IDPROF", "c.idprof", "junk.idprof", "d.idprof.tmp", "e.txt", "sub/f.idprof"})
         WriteFile(std::string("Profiles/") + name, name[0] == 'j' ? "junk" : Profile(name[0] == 'c' ? "Yoke" : "Wheel"));
     EXPECT_TRUE(profile.ListProfiles(list));
