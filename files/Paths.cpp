@@ -69,7 +69,7 @@ bool GetFileFacts(const char* path, FileFacts* facts)
 bool GetFileSize64(const char* path, std::uint64_t* size)
 {
     FileFacts facts;
-    if (!GetFileFacts(path, &facts) || !(facts.valid & FactsHaveSize))
+    if (!GetFileFacts(path, &facts))
         return false;
     *size = static_cast<std::uint64_t>(facts.sizeHigh) << 32 | facts.sizeLow;
     return true;

@@ -10,7 +10,7 @@
 
 // What GetFileFacts fills and CFileWalker hands on. Times are 64-bit file times.
 struct FileFacts {
-    std::uint32_t valid;   // FactsComplete after GetFileFacts; only FactsHaveSize is ever tested
+    std::uint32_t valid;   // FactsComplete after GetFileFacts, which fills every field
     std::uint64_t created;
     std::uint64_t accessed;
     std::uint64_t written;
@@ -18,7 +18,6 @@ struct FileFacts {
     std::uint32_t sizeHigh;
     std::uint32_t attributes;
 };
-const std::uint32_t FactsHaveSize = 2;
 const std::uint32_t FactsComplete = 7;
 
 // Appends a backslash unless the last byte is one; an empty path gets one too.

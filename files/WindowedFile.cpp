@@ -77,9 +77,9 @@ bool CWindowedFile::Close()
 {
     FreeBlock(window);
     window = nullptr;
-    // The image gives its memory back down to the smallest allocation.
+    // The image gives its memory back down to the smallest allocation. Its bytes are not read
+    // again before a whole-file Open reads them anew.
     (void)image.Reserve(MinimumCapacity, false, true);
-    image.MakeEmpty();
     inMemory = 0;
     bool closed = true;
     if (handle != InvalidFileHandle) {
