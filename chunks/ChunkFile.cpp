@@ -183,7 +183,7 @@ bool CChunkFile::ReadHeader()
         reader.Close();
         return false;
     }
-    openGroups.Clear();
+    // A closed object has no open groups: the root goes onto an empty stack.
     if (!PushGroup(root)) {
         reader.Close();
         return false;

@@ -17,7 +17,6 @@ TEST_F(FilesFixture, ChunkFilesWhenFileCallsFail)
     const std::tuple<const char*, long, long, std::string> rows[] = {
         {"leaf", 1, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 0, ""))))},
         {"group 3", 0, 1, Group(0, 1, Group(1, 1, Group(2, 1, header(3) + Leaf("abc"))))},
-        {"group 2", 0, 6, Group(0, 1, Group(1, 1, header(2) + Group(3, 1, Leaf("abc"))))},
         {"root", 0, 13, header(0) + Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc"))))},
         {"copy", 0, 0, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
         {"close", 0, 17, Group(0, 1, Group(1, 1, Group(2, 1, Group(3, 1, Leaf("abc")))))},
