@@ -109,10 +109,8 @@ CTextString ModulePath(ModuleHandle module)
     return path;
 }
 
+// A path that could not be had is empty, and so is its folder.
 CTextString ModuleFolder(ModuleHandle module)
 {
-    char buffer[PathBufferSize];
-    if (GetModulePath(module, buffer, PathBufferSize) == 0)
-        return CTextString(0);
-    return FolderOf(buffer, true);
+    return FolderOf(ModulePath(module).Text(), true);
 }
