@@ -153,6 +153,9 @@ TEST(TextString, CapacitiesAndTheCursor)
         made += std::string(text.Text()) + ":" + std::to_string(text.Capacity()) + " ";
     const std::string x20(20, 'x');
     EXPECT_EQ(big.Find(x20.data(), 2, 20), -1);   // a search that would end past the allocation
+    MinimumCapacity = 0;   // without the minimum, a default string has room for its terminator alone
+    EXPECT_EQ(CTextString().Capacity(), 1);
+    MinimumCapacity = 16;
     EXPECT_EQ(made, ":17 :17 y:16 :16 :16 " + x20 + ":21 " + x20 + x20 + ":42 " + x20 + x20 + ":42 " + x20 + ":21 " + x20.substr(1) + ":20 ");
 }
 
