@@ -61,14 +61,14 @@ void CLinkDlg::OnOK()
 }
 
 // The entry goes only once the shortcut is back; a list that cannot be read or written keeps
-// it, which blocks nothing.
+// it, which blocks nothing. Save goes off with the emptied selection (RefreshSelected); without
+// a list of profiles it never came on.
 void CLinkDlg::OnRestore()
 {
     if (!WriteRestored()) {
         ShowMessage(WriteErrorText, WriteErrorCaption, MessageOk | MessageIconExclamation);
         return;
     }
-    m_items.DisableItem(IDOK);
     m_items.DisableItem(IDC_RESTORE);
     m_items.DisableItem(IDC_SELECTED_LIST);
     m_items.DisableItem(IDC_REMOVE);

@@ -39,9 +39,9 @@ void CLinkDlg::OnAdd()
 }
 
 // Each selected row takes away the first node of its name, so two rows of one name take
-// away both nodes. The rows are deleted from the highest down, which keeps the lower
-// numbers valid; the list is rebuilt from the chain afterwards anyway, so a row that could
-// not be remembered still goes.
+// away both nodes. The list view gives the selected rows in ascending order; they are
+// deleted from the highest down, which keeps the lower numbers valid. The list is rebuilt
+// from the chain afterwards anyway, so a row that could not be remembered still goes.
 void CLinkDlg::OnRemove()
 {
     if (!HasItem(IDC_SELECTED_LIST))
@@ -69,13 +69,6 @@ void CLinkDlg::OnRemove()
         row = following;
     }
 
-    if (rows.Count() >= 2) {
-        for (CChainNode<std::int32_t>* place = rows.Head(); place;) {
-            CChainNode<std::int32_t>* smallest = rows.SmallestFrom(place);
-            rows.Swap(place, smallest);
-            place = smallest->next;
-        }
-    }
     for (CChainNode<std::int32_t>* node = rows.Tail(); node; node = node->prev)
         ListDeleteItem(IDC_SELECTED_LIST, *node->payload);
 
