@@ -30,11 +30,14 @@ using State = std::map<std::string, std::string>;
 
 const char Race[] = "C:\\Links\\Race.lnk";     // plain; the road enhances and restores it
 const char Other[] = "C:\\Links\\Other.lnk";   // enhanced and listed; restore-all puts it back
+const char Odd[] = "C:\\Links\\Odd.lnk";       // enhanced and listed, with a line no restore can write
+const LinkFile OddFile = {"C:\\Zelmar.exe", "profile=\"?\" target=\"C:\\x.exe\"", "", "", 0, ""};
 const LinkFile Game = {"C:\\Games\\race.exe", "-f \"a b\"", "C:\\Games", "C:\\Games\\race.ico", 2, "kept"};
 const LinkFile Sim = {"C:\\Sim\\sim.exe", "", "", "C:\\Sim\\sim.exe", 0, "own"};
 // The shortcuts as the link store keys them, with the temporaries beside them.
-const std::set<std::string> Shortcuts = {Wide(Race), Wide(Other), Wide(Race + std::string(".lw.tmp")),
+const std::set<std::string> Shortcuts = {Wide(Race), Wide(Other), Wide(Odd), Wide(Race + std::string(".lw.tmp")),
                                          Wide(Other + std::string(".lw.tmp"))};
+const char* const Listed[] = {Odd, Other, Race};   // in the order of ShortcutList, sorted
 // Where a path cut short would have put a list file: the drive's root and the current folder.
 const char* const StrayPlaces[] = {"/ShortcutList", "/ShortcutList.txt", "ShortcutList", "ShortcutList.txt"};
 
@@ -47,7 +50,7 @@ struct Seam {
 
 class FaultSweep : public AppFixture {
 protected:
-    // A fresh installation: two profiles, quote characters, Other listed and enhanced.
+    // A fresh installation: two profiles, quote characters, Other and Odd listed and enhanced.
     void Prepare()
     {
         for (const auto& entry : fs::directory_iterator("P"))
@@ -55,10 +58,12 @@ protected:
         WriteProgramFile("Zelmar.exe", "MZ");
         WriteProgramFile("Profiles/a.idprof", Profile("Wheel"));
         WriteProgramFile("Profiles/b.idprof", Profile("Yoke"));
-        WriteProgramFile("ShortcutList", Wide(Other));
+        WriteProgramFile("ShortcutList", Wide(Odd) + Wide(Other));
         WriteProgramFile("QuoteChars.txt", "LeftArgQuote={\r\nRightArgQuote=}\r\n");
         ResetModels();
         ShellLinkModel::PutFile(Wide(Race), Game);
+        ShellLinkModel::PutFile(Wide(Odd), OddFile);
+        ShellLinkModel::PutWide(Wide(Odd), LinkTextArguments, u"profile=\"\u03A9\" target=\"C:\\x.exe\"");
         ShellLinkModel::PutFile(Wide(Other), {ProgramPath("Zelmar.exe"), "profile=\"Wheel\" target=\"C:\\Sim\\sim.exe\"",
                                               programFolder, Sim.iconPath, 0, Sim.description});
     }
@@ -77,13 +82,21 @@ protected:
     }
 
     // The promises broken now, a bit each: 1 (a), 2 (c), 4 (d). ShortcutList can only be
-    // missing, empty, or hold Other, Race or both in that order.
+    // missing, or hold some of Odd, Other and Race in that order.
     int Broken() const
     {
-        const std::string list = ReadProgramFile("ShortcutList"), other = Wide(Other), race = Wide(Race);
-        const std::map<std::string, std::string> lists = {{"(none)", ""}, {"", ""}, {other, Other}, {race, Race},
-                                                          {other + race, std::string(Other) + Race}};
+        const std::string list = ReadProgramFile("ShortcutList");
+        std::map<std::string, std::string> lists = {{"(none)", ""}};
+        for (int some = 0; some < 8; ++some) {
+            std::string bytes, names;
+            for (int i = 0; i < 3; ++i)
+                if (some >> i & 1)
+                    bytes += Wide(Listed[i]), names += Listed[i];
+            lists[bytes] = names;
+        }
         int broken = lists.count(list) ? 0 : 2;
+        if (!lists.count(list) || lists.at(list).find(Odd) == std::string::npos || !(ShellLinkModel::GetFile(Wide(Odd)) == OddFile))
+            broken |= 1;
         const std::tuple<const char*, LinkFile, std::string> links[] = {
             {Race, Game, " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f {a b}\""},
             {Other, Sim, " target=\"C:\\Sim\\sim.exe\""}};
