@@ -1,6 +1,7 @@
 # GoogleTest for both builds, and one way to register a test executable.
 #
-# Native: Debian's libgtest-dev; each test case is its own CTest test.
+# Native: Debian's libgtest-dev; each test case is its own CTest test, its throw-away folders
+# in memory where the machine has /dev/shm.
 # Windows: GoogleTest built from Debian's sources in /usr/src/googletest with the
 # cross compiler; each executable is one CTest test run under Wine, after a fixture
 # that makes the throw-away prefix with its virtual desktop.
@@ -43,6 +44,9 @@ function(linkwright_add_test target)
       FIXTURES_REQUIRED wine
       ENVIRONMENT "${LINKWRIGHT_WINE_ENVIRONMENT}"
       TIMEOUT 600)
+  elseif(EXISTS /dev/shm)
+    # Throw-away folders in memory: the list files are flushed to the disk at every write.
+    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES ENVIRONMENT TMPDIR=/dev/shm)
   else()
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
   endif()
