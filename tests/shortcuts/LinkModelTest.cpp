@@ -5,6 +5,7 @@
 
 #include "platform/model/DialogModel.h"
 #include "platform/model/ShellLinkModel.h"
+#include "platform/posix/IoFaults.h"
 #include "shortcuts/LinkDropTarget.h"
 #include "tests/files/FilesFixture.h"
 
@@ -42,6 +43,11 @@ TEST_F(FilesFixture, LinkOnTheModel)
         EXPECT_TRUE(GetFile(key) == after && GetFile(temporary) == LinkFile()) << step;
         EXPECT_TRUE(stat("Sim.lnk", &facts) == 0 && (facts.st_mode & S_IWUSR) == (step > StepQueryPersistFile ? S_IWUSR : 0u));
     }
+
+    chmod("Sim.lnk", 0644);   // a load of a writable shortcut writes nothing to the disk
+    CLinkDropTarget reader;
+    IoWrites().FailAt(0);
+    EXPECT_TRUE(reader.InitLinkInterfaces() && reader.LoadLink(Make(key)) && IoWrites().Made() == 0);
 
     // A load reads what a later load reads whole; a failed one keeps what the one before read,
     // and tells a missing shortcut.
