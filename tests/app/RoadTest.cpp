@@ -174,7 +174,7 @@ TEST_F(AppFixture, RestoreAllPutsBackWhatIsEnhancedWithoutAWord)
     const std::string a = Wide("C:\\a.lnk"), all = a + Wide("C:\\b.lnk") + Wide("C:\\c.lnk") + Wide("C:\\d.lnk") + Wide("C:\\e.lnk");
     auto fail = [](ShellLinkModel::Step step) { return [=] { ShellLinkModel::FailStep(step); }; };
     auto beyond = [&](LinkText which) { return [=] { ShellLinkModel::PutWide(a, which, u"C:\\G\\\u03A9"); }; };
-    auto remove = [this](const char* file) { return [=] { RemoveProgramFile(file); }; };
+    auto remove = [](const char* file) { return [=] { RemoveProgramFile(file); }; };
     const std::function<void()> none = [] {};
     const std::tuple<const char*, std::string, std::function<void()>, bool, int, std::string, Lines> rows[] = {
         // command line; ShortcutList; what fails; the dialog shown; writes tried (a.lnk is
