@@ -45,4 +45,11 @@ TEST_F(FilesFixture, ChunkFilesWhenFileCallsFail)
     IoCalls().FailAt(1);
     EXPECT_TRUE(window.ReadByte(std::uint64_t{0}) == 'X' && PathExists("Z:") && PathExists("z:\\"));
     IoCalls().FailAt(0);
+
+    // A current folder longer than a path buffer holds is no folder at all.
+    const std::filesystem::path deep = folder / std::string(200, 'd') / std::string(100, 'e');
+    std::filesystem::create_directories(deep);
+    std::filesystem::current_path(deep);
+    EXPECT_TRUE(CurrentFolder().IsEmpty());
+    std::filesystem::current_path(folder);
 }
