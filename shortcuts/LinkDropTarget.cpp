@@ -143,11 +143,6 @@ CLinkDropTarget::CLinkDropTarget()
     m_linkSuffix.AppendBytes(".\0l\0n\0k\0\0", 9);
 }
 
-CLinkDropTarget::~CLinkDropTarget()
-{
-    ReleaseInterfaces();
-}
-
 bool CLinkDropTarget::InitLinkInterfaces()
 {
     if (!m_interfacesReady)

@@ -48,7 +48,6 @@ enum class SaveRefusal {
 class CLinkDropTarget : public COleDropTarget {
 public:
     CLinkDropTarget();
-    ~CLinkDropTarget() override;   // ReleaseInterfaces
     CLinkDropTarget(const CLinkDropTarget&) = delete;
     CLinkDropTarget& operator=(const CLinkDropTarget&) = delete;
 
@@ -56,7 +55,7 @@ public:
     // COM must be started.
     bool InitLinkInterfaces();
 
-    // Gives back IPersistFile, then IShellLinkA. Safe to repeat.
+    // Gives back IPersistFile, then IShellLinkA, as the object's end does too. Safe to repeat.
     void ReleaseInterfaces();
 
     // Reads the shortcut at widePath through a fresh link object. The read-only bit of the
