@@ -111,7 +111,7 @@ bool LoadList(CChain<CTextString>& shortcuts, const CTextString& programFolder)
         const int length = index - start + 1;
         CTextString entry(0);
         entry.AppendBytes(text + start, length);
-        if (entry.Length() != length || (!ListedExactly(shortcuts, entry) && !InsertEntry(shortcuts, entry, 0)))
+        if (entry.Length() != length || (!ListedExactly(shortcuts, entry) && !InsertEntry(shortcuts, entry)))
             whole = false;
         start = index + 1;
         index = start;
@@ -131,7 +131,7 @@ bool AddEntry(CChain<CTextString>& shortcuts, const CTextString& programFolder, 
         return false;
     if (FindNoCase(shortcuts, path))
         return true;
-    if (!InsertEntry(shortcuts, path, 0))
+    if (!InsertEntry(shortcuts, path))
         return false;
     CChainNode<CTextString>* added = shortcuts.Tail();
     if (WriteList(shortcuts, programFolder, nullptr))

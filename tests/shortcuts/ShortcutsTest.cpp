@@ -105,6 +105,15 @@ TEST_F(FilesFixture, QuoteCharsFile)
         EXPECT_TRUE(ReadQuoteChars(Make(file[0] == 'L' ? base + "\\" : base), quotes[0], quotes[1]));
         EXPECT_EQ(std::string(quotes), pair);
     }
+    // With each allocation failed in turn: the pair of a file read to its end, or not whole.
+    WriteFile("QuoteChars.txt", "RightArgQuote=)" + std::string(30, ' ') + "\nLeftArgQuote={");
+    std::string answers;
+    for (long nth = 1; nth <= 9; ++nth, FailAllocation(0)) {
+        char left = '[', right = ']';
+        FailAllocation(nth);
+        answers += ReadQuoteChars(Make(base), left, right) ? std::string{left, right, ' '} : "- ";
+    }
+    EXPECT_EQ(answers, "{) - {) - - {) - - {) ");
 }
 
 TEST_F(FilesFixture, ShortcutListAndReport)
