@@ -172,8 +172,9 @@ TEST(DropReception, FirstNameInWidePathForm)
         {drop(true, Wide(u"a\u0100.lnk")), DropEffectNone, Wide(u"a")},
         {drop(true, "").substr(0, 19), DropEffectNone, ""},
         {drop(true, ""), DropEffectNone, ""},
-        {std::string("\x14\x01\0\0", 4) + std::string(12, '\0') + std::string("\0\0\1\0", 4) + std::string(256, '\0') +
+        {std::string("\x14\x01\1\0", 4) + std::string(12, '\0') + std::string("\0\0\1\0", 4) + std::string(65792, '\0') +
              Wide(u"c.lnk"), DropEffectCopy, Wide(u"c.lnk")},   // all four bytes of both fields count
+        {std::string("\4\0\0\0a.lnk", 9) + std::string(11, '\0'), DropEffectCopy, Wide(u"a.lnk")},   // a name in the header
     };
     CLinkDropTarget target;
     target.m_interfacesReady = true;
