@@ -13,8 +13,10 @@ using namespace ShellLinkModel;
 
 TEST_F(FilesFixture, LinkOnTheModel)
 {
-    const LinkFile plain{"C:\\Sim\\sim.exe", "-c \"a b\"", "C:\\Sim", "C:\\Sim\\sim.ico", 3, "kept"};
-    const LinkFile restored{"x", "", "", "C:\\Sim\\sim.ico", 3, "kept"};
+    // Its icon file is named as the enhanced one's folder: a garbled save moves the arguments
+    // and the folder but leaves the icon as it was.
+    const LinkFile plain{"C:\\Sim\\sim.exe", "-c \"a b\"", "C:\\Sim", "C:\\Z", 3, "kept"};
+    const LinkFile restored{"x", "", "", "C:\\Z", 3, "kept"};
     const std::string key = Wide(Full("Sim.lnk")), temporary = key.substr(0, key.size() - 1) + Wide(".lw.tmp");
     CChain<CTextString> profiles;
     ASSERT_TRUE(InsertEntry(profiles, Make("Flight")));
