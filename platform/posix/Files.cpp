@@ -257,6 +257,12 @@ bool MapCopyOrMove(const char* from, const char* to, char* source, char* target)
 
 }  // namespace
 
+namespace {
+long g_openFiles = 0;   // handles given out and not yet closed
+}
+
+long OpenFiles() { return g_openFiles; }
+
 FileHandle OpenFileForReading(const char* path)
 {
     char native[NativePathSize];
@@ -275,6 +281,7 @@ FileHandle OpenFileForReading(const char* path)
         Fail(ErrorAccessDenied);
         return InvalidFileHandle;
     }
+    ++g_openFiles;
     Succeed();
     return file;
 }
@@ -293,6 +300,7 @@ FileHandle CreateFileForWriting(const char* path)
         FailErrno(native);
         return InvalidFileHandle;
     }
+    ++g_openFiles;
     Succeed();
     return file;
 }
@@ -304,6 +312,7 @@ bool CloseFile(FileHandle file)
     // A close the seam fails still gives the descriptor back, as CloseHandle does.
     const bool faulted = Faulted(false);
     const bool closed = close(static_cast<int>(file)) == 0;
+    --g_openFiles;
     if (faulted)
         return false;
     return closed ? Succeed() : FailErrno(nullptr);

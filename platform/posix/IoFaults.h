@@ -13,3 +13,4 @@
 
 CFaultSeam& IoCalls();
 CFaultSeam& IoWrites();
+long OpenFiles();   // file handles given out and not closed yet

@@ -46,6 +46,14 @@ TEST_F(FilesFixture, ChunkFilesWhenFileCallsFail)
     EXPECT_TRUE(window.ReadByte(std::uint64_t{0}) == 'X' && PathExists("Z:") && PathExists("z:\\"));
     IoCalls().FailAt(0);
 
+    WriteFile("n.chk", "XFF" + Be16(1) + Group(0, 2, Leaf("a") + Leaf("b")));
+    for (long nth = 1, open = OpenFiles(); nth <= 16; ++nth) {   // an open that fails for memory leaves no file open
+        CChunkFile failing;
+        FailAllocation(nth);
+        EXPECT_TRUE(failing.Open(Full("n.chk").c_str()) || OpenFiles() == open) << nth;
+        FailAllocation(0);
+    }
+
     // A current folder longer than a path buffer holds is no folder at all.
     const std::filesystem::path deep = folder / std::string(200, 'd') / std::string(100, 'e');
     std::filesystem::create_directories(deep);
