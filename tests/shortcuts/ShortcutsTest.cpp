@@ -48,7 +48,7 @@ TEST(ArgumentLine, SplitComposeAndTakeApart)
         answers += Tokenize(two, chain) ? "+" : "-";
     }
     EXPECT_EQ(answers, "-+---+--");   // a token that lost its first allocation grows one
-    Tokenize(Make(std::string(" a \t\0 b  ", 9)), chain);   // a run of blanks costs no token
+    Tokenize(Make(std::string("\0 a \t\0 b  ", 10)), chain);   // a run of blanks costs no token
     EXPECT_EQ(AllocationsMade(), 10);
     // line; then the profiles, target, working folder and arguments taken from it ("-": untouched)
     const std::pair<const char*, const char*> lines[] = {
