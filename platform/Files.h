@@ -104,5 +104,6 @@ void OverrideProgramPath(const char* path);
 // Bit mask of the present drives, bit 0 for A:. Natively only Z: is present.
 std::uint32_t GetLogicalDriveMask();
 
-// fopen with a Windows path.
+// fopen with a Windows path; CloseStream gives the stream back.
 std::FILE* OpenStream(const char* path, const char* mode);
+void CloseStream(std::FILE* stream);

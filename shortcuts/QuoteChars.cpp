@@ -41,6 +41,6 @@ bool ReadQuoteChars(const CTextString& programFolder, char& left, char& right)
     }
     // A line that could not be kept, or a read that failed, stops short of the end.
     const bool whole = std::feof(file) && !std::ferror(file);
-    std::fclose(file);
+    CloseStream(file);
     return whole;
 }

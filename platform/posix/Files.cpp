@@ -258,7 +258,7 @@ bool MapCopyOrMove(const char* from, const char* to, char* source, char* target)
 }  // namespace
 
 namespace {
-long g_openFiles = 0;   // handles given out and not yet closed
+long g_openFiles = 0;   // handles and streams given out and not yet closed
 }
 
 long OpenFiles() { return g_openFiles; }
@@ -660,6 +660,13 @@ std::FILE* OpenStream(const char* path, const char* mode)
         FailErrno(native);
         return nullptr;
     }
+    ++g_openFiles;
     Succeed();
     return stream;
+}
+
+void CloseStream(std::FILE* stream)
+{
+    std::fclose(stream);
+    --g_openFiles;
 }

@@ -13,4 +13,4 @@
 
 CFaultSeam& IoCalls();
 CFaultSeam& IoWrites();
-long OpenFiles();   // file handles given out and not closed yet
+long OpenFiles();   // file handles and streams given out and not closed yet

@@ -205,3 +205,8 @@ std::FILE* OpenStream(const char* path, const char* mode)
 {
     return std::fopen(path, mode);
 }
+
+void CloseStream(std::FILE* stream)
+{
+    std::fclose(stream);
+}

@@ -6,8 +6,8 @@
 //   (c) ShortcutList is whole: entries as they were written, no cut tail;
 //   (d) each shortcut is as it was, wholly enhanced or wholly restored;
 // a step of the road that a fault stopped has told the user (restore-all tells nobody);
-// nothing is written outside the program's folder, and no link file but the shortcuts and
-// their temporaries ("<name>.lw.tmp"). Crashes and leaks are the sanitizers'.
+// nothing is written outside the program's folder, no link file but the shortcuts and their
+// temporaries ("<name>.lw.tmp"), and no file is left open. Crashes and leaks are the sanitizers'.
 
 #include "AppFixture.h"
 
@@ -181,6 +181,7 @@ protected:
                 broken[bit] += brokenHere >> bit & 1;
             for (const char* place : StrayPlaces)
                 stray += fs::remove(place) ? 1 : 0;
+            stray += OpenFiles();   // a file left open
             for (const std::string& path : ShellLinkModel::FilePaths())
                 stray += Shortcuts.count(path) ? 0 : 1;
         }
