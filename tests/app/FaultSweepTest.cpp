@@ -95,8 +95,8 @@ protected:
             lists[bytes] = names;
         }
         int broken = lists.count(list) ? 0 : 2;
-        if (!lists.count(list) || lists.at(list).find(Odd) == std::string::npos || !(ShellLinkModel::GetFile(Wide(Odd)) == OddFile))
-            broken |= 1;
+        broken |= !lists.count(list) || lists.at(list).find(Odd) == std::string::npos ? 1 : 0;   // Odd stays enhanced
+        broken |= ShellLinkModel::GetFile(Wide(Odd)) == OddFile ? 0 : 4;
         const std::tuple<const char*, LinkFile, std::string> links[] = {
             {Race, Game, " target=\"C:\\Games\\race.exe\" targetDir=\"C:\\Games\" args=\"-f {a b}\""},
             {Other, Sim, " target=\"C:\\Sim\\sim.exe\""}};
