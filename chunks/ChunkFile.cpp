@@ -240,10 +240,10 @@ bool CChunkFile::ReadGroupHeader(CChunkGroup& group, std::uint64_t position)
 }
 
 // Only the six common bytes of each child are read. However large childCount is, the walk
-// moves at least six bytes a child and so ends at the end of the file.
+// moves at least six bytes a child and so ends at the end of the file. The group comes fresh
+// onto the stack, with no records yet.
 bool CChunkFile::ScanChildren(CChunkGroup& group)
 {
-    group.ForgetChildren();
     std::uint64_t position = group.offset;
     const std::uint32_t count = static_cast<std::uint32_t>(group.childCount);
     for (std::uint32_t i = 0; i < count; ++i) {

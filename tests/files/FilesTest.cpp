@@ -83,7 +83,7 @@ TEST_F(FilesFixture, WalkerRows)
         {WalkFiles | WalkFolders | WalkRecurse, "*.txt", base, "s*", false, "~\\ a.txt sub/ sub\\c.txt sub\\sub/"},
         {WalkFolders | WalkRecurse | WalkFacts, nullptr, base, "*", false, "~\\ dir.txt/:0 sub/:0 sub\\sub/:0 sub\\sub\\deep/:0"},
         {WalkRecurse | WalkFullNames, nullptr, base, nullptr, false, ""},
-        {WalkFiles, nullptr, ".\\sub", nullptr, false, "~\\sub\\ c.txt"},
+        {WalkFiles, nullptr, ".\\sub\\sub\\..\\..\\sub", nullptr, false, "~\\sub\\ c.txt"},
         {WalkFiles, nullptr, ".missing", nullptr, false, ".missing\\"},
     };
     for (const auto& [flags, files, start, folders, anyBelow, expected] : rows) {
